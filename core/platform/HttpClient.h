@@ -1,0 +1,44 @@
+// One HTTP GET with headers and a time-out, answered later on the main loop.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace quorvane {
+
+struct HttpRequest {
+    std::string method = "GET";
+    std::string url;
+    std::vector<std::pair<std::string, std::string>> headers;
+    std::chrono::milliseconds timeout{20000};
+};
+
+// What came back over the connection. `isHttp` is false when the answer was not
+// an HTTP response at all; status and body are then meaningless.
+struct HttpResponse {
+    bool isHttp = true;
+    int status = 0;
+    std::string body;
+};
+
+// The connection failed: no route, refused, reset, TLS, or the time-out.
+struct HttpTransportError {
+    std::string description;
+};
+
+using HttpResult = std::variant<HttpResponse, HttpTransportError>;
+
+class HttpClient {
+public:
+    virtual ~HttpClient() = default;
+
+    // Starts the request and returns at once. The completion runs exactly once,
+    // later, on the main loop: never from inside get().
+    virtual void get(const HttpRequest& request, std::function<void(HttpResult)> completion) = 0;
+};
+
+} // namespace quorvane

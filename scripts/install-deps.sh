@@ -1,0 +1,39 @@
+#!/usr/bin/env bash
+# Installs the Debian packages Quorvane needs to build, test and run, skipping
+# those already present. Uses sudo when not run as root.
+set -euo pipefail
+
+packages=(
+    # build and tests
+    cmake ninja-build g++ clang git pkg-config clang-format
+    libgtest-dev libbenchmark-dev
+    # the core's JSON library and the formatting library
+    nlohmann-json3-dev libicu-dev
+    # the Linux desktop app and command line
+    qt6-base-dev libsecret-1-dev
+    # a real Secret Service and a display for the tests and screenshots
+    gnome-keyring dbus dbus-x11 libsecret-tools xvfb xauth
+    # emoji in the title, the menu and the cards
+    fonts-noto-color-emoji
+    # sanitizer and fuzzer runtimes
+    libclang-rt-14-dev
+)
+
+missing=()
+for package in "${packages[@]}"; do
+    if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
+        missing+=("$package")
+    fi
+done
+
+if [ ${#missing[@]} -eq 0 ]; then
+    exit 0
+fi
+
+sudo=""
+if [ "$(id -u)" -ne 0 ]; then
+    sudo="sudo"
+fi
+echo "Installing: ${missing[*]}" >&2
+$sudo apt-get update -qq
+DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
