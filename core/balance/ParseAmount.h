@@ -1,0 +1,19 @@
+// The one rule that turns an amount text from the endpoint or the store into a number.
+#pragma once
+
+#include "platform/Decimal.h"
+
+#include <string_view>
+
+namespace quorvane {
+
+// The exact decimal the text starts with, read with a period as separator
+// whatever the user's locale; 0 when it starts with no number. The endpoint's
+// plain decimals ("-12.50") read exactly. Partly numeric texts read as far as
+// they are a number: leading blanks are skipped ("  7" is 7), trailing text is
+// ignored ("12 USD" is 12), a comma ends the number ("1,234.5" is 1, "1,5" is
+// 1), an exponent is read ("1e3" is 1000). A value beyond the decimal's range
+// reads as 0.
+Decimal parseAmount(std::string_view text);
+
+} // namespace quorvane

@@ -1,0 +1,19 @@
+// One balance sample of the history: when, in which currency, how much.
+#pragma once
+
+#include "platform/Decimal.h"
+#include "platform/Timestamp.h"
+
+#include <string>
+
+namespace quorvane {
+
+struct BalancePoint {
+    Timestamp timestamp;
+    std::string currency;
+    Decimal balance;
+
+    friend bool operator==(const BalancePoint&, const BalancePoint&) = default;
+};
+
+} // namespace quorvane
