@@ -1,0 +1,122 @@
+#include "chart/ChartGeometry.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace quorvane {
+namespace {
+
+constexpr Rect kCardBounds{0, 0, 292, 52};
+
+std::vector<BalancePoint> series(const std::vector<const char*>& balances) {
+    std::vector<BalancePoint> points;
+    for (const char* balance : balances) {
+        points.push_back({Timestamp{}, "USD", Decimal::parse(balance).value()});
+    }
+    return points;
+}
+
+TEST(ChartGeometryTest, ScaleUsesLowestBalanceAndFlooredRange) {
+    struct Case {
+        std::vector<const char*> balances;
+        const char* minBalance;
+        const char* range;
+    };
+    const Case cases[] = {
+        {{"10", "9.5"}, "9.5", "0.5"},         {{"3", "3", "3"}, "3", "0.000001"},
+        {{"5", "5.0000005"}, "5", "0.000001"}, {{"1", "1.000002"}, "1", "0.000002"},
+        {{"0.25", "-2", "7"}, "-2", "9"},      {{}, "0", "0.000001"},
+    };
+    for (const Case& c : cases) {
+        const ChartGeometry geometry(kCardBounds, series(c.balances));
+        EXPECT_EQ(geometry.minBalance().toString(), c.minBalance) << c.balances.size();
+        EXPECT_EQ(geometry.range().toString(), c.range) << c.balances.size();
+    }
+    EXPECT_EQ(ChartGeometry(kCardBounds, {}).plotRect(), (Rect{12, 12, 268, 28}));
+}
+
+TEST(ChartGeometryTest, SamplesSpreadEvenlyAcrossThePlot) {
+    struct Case {
+        std::vector<const char*> balances;
+        std::vector<Point> positions;
+    };
+    const Case cases[] = {
+        {{"10", "9.5"}, {{12, 12}, {280, 40}}},
+        {{"9.5", "10"}, {{12, 40}, {280, 12}}},
+        {{"3", "3", "3"}, {{12, 40}, {146, 40}, {280, 40}}},
+        {{"5", "5.0000005"}, {{12, 40}, {280, 26}}},
+        {{"1", "5", "3", "2", "1"}, {{12, 40}, {79, 12}, {146, 26}, {213, 33}, {280, 40}}},
+    };
+    for (const Case& c : cases) {
+        const ChartGeometry geometry(kCardBounds, series(c.balances));
+        const auto count = static_cast<std::int64_t>(c.positions.size());
+        for (std::int64_t i = 0; i < count; ++i) {
+            EXPECT_EQ(geometry.samplePosition(i), c.positions[static_cast<std::size_t>(i)])
+                << count << " " << i;
+        }
+        EXPECT_EQ(geometry.samplePosition(-1), std::nullopt);
+        EXPECT_EQ(geometry.samplePosition(count), std::nullopt);
+    }
+    EXPECT_EQ(ChartGeometry(kCardBounds, series({"4"})).samplePosition(0), std::nullopt);
+}
+
+TEST(ChartGeometryTest, FillOutlineClosesTheLineAlongTheBottomEdge) {
+    const ChartGeometry geometry(kCardBounds, series({"2", "1", "3"}));
+    Path expected;
+    expected.moveTo({12, 26});
+    expected.lineTo({146, 40});
+    expected.lineTo({280, 12});
+    EXPECT_EQ(geometry.linePath(), expected);
+    expected.lineTo({280, 40});
+    expected.lineTo({12, 40});
+    expected.close();
+    EXPECT_EQ(geometry.fillOutline(geometry.linePath()), expected);
+}
+
+TEST(ChartGeometryTest, PlotContainsItsLeftAndTopEdgesOnly) {
+    const ChartGeometry geometry(kCardBounds, {});
+    EXPECT_TRUE(geometry.plotContains({12, 12}));
+    EXPECT_TRUE(geometry.plotContains({279.99, 39.99}));
+    EXPECT_FALSE(geometry.plotContains({280, 20}));
+    EXPECT_FALSE(geometry.plotContains({20, 40}));
+    EXPECT_FALSE(geometry.plotContains({11.99, 20}));
+    EXPECT_FALSE(geometry.plotContains({20, 11.99}));
+}
+
+TEST(ChartGeometryTest, NearestIndexRoundsHalvesToTheRight) {
+    struct Case {
+        int count;
+        double x;
+        std::int64_t index;
+    };
+    const Case cases[] = {
+        {5, 12, 0},     {2, 145.99, 0}, {2, 146, 1}, {3, 78.99, 0}, {3, 79, 1},
+        {5, 279.99, 4}, {48, 280, 47},  {5, 0, 0},   {5, 292, 4},
+    };
+    for (const Case& c : cases) {
+        const ChartGeometry geometry(kCardBounds, series(std::vector<const char*>(c.count, "1")));
+        EXPECT_EQ(geometry.nearestIndex(c.x), c.index) << c.count << " " << c.x;
+    }
+}
+
+TEST(ChartGeometryTest, BubbleStaysCentredWithinWidthAndMarginLimits) {
+    struct Case {
+        double sampleX;
+        double textWidth;
+        Rect bubble;
+    };
+    const Case cases[] = {
+        {146, 60, {100, 6, 92, 22}},  {146, 78, {100, 6, 92, 22}}, {146, 79, {99.5, 6, 93, 22}},
+        {146, 100, {89, 6, 114, 22}}, {12, 60, {8, 6, 92, 22}},    {280, 60, {192, 6, 92, 22}},
+        {146, 300, {9, 6, 274, 22}},  {12, 300, {8, 6, 274, 22}},  {280, 300, {10, 6, 274, 22}},
+    };
+    const ChartGeometry geometry(kCardBounds, series({"2", "1"}));
+    for (const Case& c : cases) {
+        EXPECT_EQ(geometry.bubbleRect(c.sampleX, c.textWidth), c.bubble) << c.sampleX << " " << c.textWidth;
+    }
+    EXPECT_EQ(ChartGeometry::bubbleTextRect({8, 6, 92, 22}), (Rect{15, 10, 78, 14}));
+}
+
+} // namespace
+} // namespace quorvane

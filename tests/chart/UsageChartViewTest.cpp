@@ -1,0 +1,164 @@
+#include "chart/UsageChartView.h"
+
+#include "fakes/RecordingCanvas.h"
+#include "platform/icu/IcuFormatter.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace quorvane {
+namespace {
+
+constexpr Rect kCardFrame{18, 42, 292, 52};
+constexpr const char* kBackground = "fill roundedRect 0 0 292 52 r10 10 controlBackground@0.55";
+constexpr const char* kPlaceholder =
+    "text \"Usage graph appears after a few refreshes\" in 16 21 268 28 11 medium secondaryLabel@1";
+
+// Samples an hour apart from 2023-11-14 22:13:20 UTC.
+std::vector<BalancePoint> hourly(const std::vector<const char*>& balances) {
+    std::vector<BalancePoint> points;
+    for (const char* balance : balances) {
+        const double seconds = 1700000000 + 3600 * static_cast<double>(points.size());
+        points.push_back({Timestamp::fromUnixSeconds(seconds), "USD", Decimal::parse(balance).value()});
+    }
+    return points;
+}
+
+class UsageChartViewTest : public ::testing::Test {
+protected:
+    std::vector<std::string> drawn(const UsageChartView& view) const {
+        RecordingCanvas canvas;
+        view.draw(canvas, m_formatter, "UTC");
+        return canvas.operations();
+    }
+    void moveTo(UsageChartView& view, Point location) const { view.mouseMoved(location, m_formatter, "UTC"); }
+
+    IcuFormatter m_formatter{"en_US"};
+};
+
+TEST_F(UsageChartViewTest, DrawsBackgroundFillAndLineForASeries) {
+    struct Case {
+        std::vector<const char*> balances;
+        const char* fill;
+        const char* line;
+    };
+    const Case cases[] = {
+        {{"10", "9.5"},
+         "fill path M 12 12 L 280 40 L 280 40 L 12 40 Z systemTeal@0.18",
+         "stroke path M 12 12 L 280 40 w2.5 round round systemTeal@1"},
+        {{"3", "3", "3"},
+         "fill path M 12 40 L 146 40 L 280 40 L 280 40 L 12 40 Z systemTeal@0.18",
+         "stroke path M 12 40 L 146 40 L 280 40 w2.5 round round systemTeal@1"},
+        {{"5", "5.0000005"},
+         "fill path M 12 40 L 280 26 L 280 40 L 12 40 Z systemTeal@0.18",
+         "stroke path M 12 40 L 280 26 w2.5 round round systemTeal@1"},
+    };
+    for (const Case& c : cases) {
+        UsageChartView view(kCardFrame);
+        view.setPoints(hourly(c.balances));
+        EXPECT_EQ(drawn(view), (std::vector<std::string>{kBackground, c.fill, c.line}));
+    }
+}
+
+TEST_F(UsageChartViewTest, HoverMarkerFollowsTheLineInTheAccentColour) {
+    UsageChartView view(kCardFrame);
+    view.setPoints(hourly({"1", "5", "3", "2", "1"}));
+    view.setAccentColor({ColorName::SystemOrange, 0.8});
+    moveTo(view, {150, 39});
+    EXPECT_EQ(drawn(view), (std::vector<std::string>{
+                               kBackground,
+                               "fill path M 12 40 L 79 12 L 146 26 L 213 33 L 280 40 L 280 40 L 12 40 Z "
+                               "systemOrange@0.18",
+                               "stroke path M 12 40 L 79 12 L 146 26 L 213 33 L 280 40 w2.5 round round "
+                               "systemOrange@0.8",
+                               "stroke path M 146 12 L 146 40 w1 butt miter separator@0.55",
+                               "fill oval 142 22 8 8 systemOrange@0.8",
+                               "fill roundedRect 100 6 92 22 r7 7 windowBackground@0.92",
+                               "text \"12:13\u202fAM  3\" in 107 10 78 14 10 semibold label@1",
+                           }));
+    moveTo(view, *view.pointerLocation(4));
+    const std::vector<std::string> atRightEdge = drawn(view);
+    ASSERT_EQ(atRightEdge.size(), 7u);
+    EXPECT_EQ(atRightEdge[5], "fill roundedRect 192 6 92 22 r7 7 windowBackground@0.92");
+}
+
+TEST_F(UsageChartViewTest, FewerThanTwoSamplesShowOnlyThePlaceholder) {
+    UsageChartView view(kCardFrame);
+    EXPECT_EQ(drawn(view), (std::vector<std::string>{kBackground, kPlaceholder}));
+    view.setPoints(hourly({"3", "2", "1"}));
+    moveTo(view, {279, 20});
+    view.setPoints(hourly({"3"}));
+    EXPECT_EQ(view.hoveredIndex(), 2);
+    EXPECT_EQ(drawn(view), (std::vector<std::string>{kBackground, kPlaceholder}));
+    // A shorter series leaves the index behind; it draws no marker.
+    view.setPoints(hourly({"3", "2"}));
+    EXPECT_EQ(drawn(view).size(), 3u);
+}
+
+TEST_F(UsageChartViewTest, PointerPicksSamplesOnlyInsideThePlot) {
+    UsageChartView view(kCardFrame);
+    for (const auto& series : {hourly({}), hourly({"3"})}) {
+        view.setPoints(series);
+        moveTo(view, {146, 26});
+        EXPECT_FALSE(view.needsDisplay());
+        EXPECT_EQ(view.hoveredIndex(), std::nullopt);
+        EXPECT_EQ(view.toolTip(), std::nullopt);
+    }
+
+    view.setPoints(hourly({"10", "9.5"}));
+    EXPECT_FALSE(view.needsDisplay());
+    for (const double y : {12.0, 39.9}) {
+        moveTo(view, {146, y});
+        EXPECT_EQ(view.hoveredIndex(), 1);
+        EXPECT_TRUE(view.needsDisplay());
+        view.clearNeedsDisplay();
+    }
+    EXPECT_EQ(view.toolTip(), "USD balance: 9.5\nTime: 11/14/23, 11:13:20\u202fPM\nUsed since previous: 0.5");
+    moveTo(view, {145.9, 12});
+    EXPECT_EQ(view.hoveredIndex(), 0);
+    EXPECT_EQ(view.toolTip(), "USD balance: 10\nTime: 11/14/23, 10:13:20\u202fPM");
+
+    moveTo(view, {146, 41});
+    EXPECT_EQ(view.hoveredIndex(), std::nullopt);
+    EXPECT_EQ(view.toolTip(), std::nullopt);
+    EXPECT_TRUE(view.needsDisplay());
+
+    moveTo(view, {12, 12});
+    view.clearNeedsDisplay();
+    view.mouseExited();
+    EXPECT_EQ(view.hoveredIndex(), std::nullopt);
+    EXPECT_EQ(view.toolTip(), std::nullopt);
+    EXPECT_TRUE(view.needsDisplay());
+}
+
+TEST_F(UsageChartViewTest, PointerLocationPicksEachSample) {
+    UsageChartView view(kCardFrame);
+    view.setPoints(hourly({"1", "5", "3", "2", "1"}));
+    for (std::int64_t i = 0; i < 5; ++i) {
+        moveTo(view, *view.pointerLocation(i));
+        EXPECT_EQ(view.hoveredIndex(), i);
+    }
+    EXPECT_EQ(view.pointerLocation(5), std::nullopt);
+}
+
+TEST_F(UsageChartViewTest, HostMarksRedisplayAfterAssignments) {
+    UsageChartView view(kCardFrame);
+    view.setPoints(hourly({"2", "1"}));
+    view.setAccentColor({ColorName::SystemOrange, 1});
+    EXPECT_FALSE(view.needsDisplay());
+    view.setNeedsDisplay();
+    EXPECT_TRUE(view.needsDisplay());
+
+    view.setBoundsSize({200, 40});
+    EXPECT_EQ(view.frame(), kCardFrame);
+    EXPECT_EQ(view.bounds(), (Rect{0, 0, 200, 40}));
+    EXPECT_EQ(drawn(view), (std::vector<std::string>{
+                               "fill roundedRect 0 0 200 40 r10 10 controlBackground@0.55",
+                               "fill path M 12 12 L 188 28 L 188 28 L 12 28 Z systemOrange@0.18",
+                               "stroke path M 12 12 L 188 28 w2.5 round round systemOrange@1",
+                           }));
+}
+
+} // namespace
+} // namespace quorvane
