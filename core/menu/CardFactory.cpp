@@ -1,0 +1,95 @@
+#include "menu/CardFactory.h"
+
+#include "balance/MoneyFormat.h"
+#include "balance/ParseAmount.h"
+#include "balance/PreferredBalance.h"
+
+namespace quorvane {
+
+namespace {
+
+CardLabel label(std::string text, Rect frame, double size, FontWeight weight,
+                ColorName color = ColorName::Label) {
+    CardLabel result;
+    result.text = std::move(text);
+    result.frame = frame;
+    result.font = Font{size, weight};
+    result.color = NamedColor{color, 1.0};
+    return result;
+}
+
+} // namespace
+
+CardFactory::CardFactory(const std::string& appMark, const Formatter& formatter, const Clock& clock,
+                         const SpendBaselines& baselines, const BalanceHistory& history,
+                         const AutoRefreshSettings& autoRefresh)
+    : m_appMark(appMark)
+    , m_formatter(formatter)
+    , m_clock(clock)
+    , m_baselines(baselines)
+    , m_history(history)
+    , m_autoRefresh(autoRefresh) {}
+
+Card CardFactory::dashboard(const BalanceResponse& response,
+                            const std::optional<Timestamp>& lastUpdatedAt) const {
+    const std::optional<BalanceInfo> preferred = preferredBalance(response);
+
+    std::string balanceText = "No balance";
+    std::string todayText = "Today -";
+    UsageChartView chart(kChartFrame);
+    if (preferred) {
+        const Decimal current = parseAmount(preferred->totalBalance);
+        const std::string& code = preferred->currency;
+        balanceText = formatMoney(m_formatter, current, code);
+        todayText = "Today " + formatMoney(m_formatter, m_baselines.spentToday(current, code), code);
+        chart.setPoints(m_history.history(code));
+        chart.setNeedsDisplay();
+        const ColorName accent =
+            isHealthyBalance(current, code) ? ColorName::SystemTeal : ColorName::SystemOrange;
+        chart.setAccentColor(NamedColor{accent, 1.0});
+        chart.setNeedsDisplay();
+    }
+
+    const bool ready = response.isAvailable;
+    CardLabel status = label(ready ? "Ready" : "No balance", {178, 131, 130, 18}, 12, FontWeight::Semibold,
+                             ready ? ColorName::SystemGreen : ColorName::SystemRed);
+    status.alignment = TextAlignment::Right;
+
+    const std::string footer = "Updated " + lastUpdatedText(lastUpdatedAt) + " \xE2\x80\xA2 " +
+                               m_autoRefresh.refreshIntervalLabel() + " auto-refresh";
+
+    Card card;
+    card.kind = Card::Kind::Dashboard;
+    card.size = kDashboardSize;
+    card.subviews = {
+        label(m_appMark + " Quorvane", {18, 158, 290, 22}, 15, FontWeight::Semibold),
+        label(balanceText, {18, 122, 150, 34}, 26, FontWeight::Bold),
+        label(todayText, {18, 104, 140, 18}, 12, FontWeight::Regular, ColorName::SecondaryLabel),
+        status,
+        chart,
+        label(footer, {18, 17, 292, 16}, 11, FontWeight::Regular, ColorName::TertiaryLabel),
+    };
+    return card;
+}
+
+Card CardFactory::status(const std::string& title, const std::string& subtitle,
+                         const std::string& detail) const {
+    Card card;
+    card.kind = Card::Kind::Status;
+    card.size = kStatusSize;
+    card.subviews = {
+        label(m_appMark + " " + title, {16, 55, 280, 22}, 15, FontWeight::Semibold),
+        label(subtitle, {16, 34, 280, 18}, 13, FontWeight::Medium),
+        label(detail, {16, 13, 280, 16}, 11, FontWeight::Regular, ColorName::SecondaryLabel),
+    };
+    return card;
+}
+
+std::string CardFactory::lastUpdatedText(const std::optional<Timestamp>& lastUpdatedAt) const {
+    if (!lastUpdatedAt) {
+        return "never";
+    }
+    return m_formatter.relativeTime(*lastUpdatedAt, m_clock.now());
+}
+
+} // namespace quorvane

@@ -1,0 +1,28 @@
+// One text label of a card: its text, frame, font, colour, alignment and truncation.
+#pragma once
+
+#include "platform/Font.h"
+#include "platform/NamedColor.h"
+#include "platform/Rect.h"
+
+#include <string>
+
+namespace quorvane {
+
+enum class TextAlignment { Natural, Right };
+
+// Frames are in the card's coordinates with the origin at the bottom left
+// (y grows upwards), in points; the Qt shell flips them.
+struct CardLabel {
+    std::string text;
+    Rect frame;
+    Font font;
+    NamedColor color{ColorName::Label, 1.0};
+    TextAlignment alignment = TextAlignment::Natural;
+    // Every label cuts its tail with an ellipsis; none wraps.
+    bool truncatesTail = true;
+
+    friend bool operator==(const CardLabel&, const CardLabel&) = default;
+};
+
+} // namespace quorvane

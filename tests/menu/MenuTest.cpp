@@ -1,0 +1,178 @@
+#include "app/AppDelegate.h"
+#include "fakes/BalanceBody.h"
+#include "fakes/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+// The parts of the menu that never change, after the top section.
+const std::string kCommands = "---\n"
+                              "\xF0\x9F\x94\x84 Refresh Now  (r)\n"
+                              "\xF0\x9F\x93\x8B Copy Summary  (c)\n"
+                              "Settings >\n"
+                              "  \xE2\x8F\xB1 Auto-refresh: On\n"
+                              "  Refresh Interval: 1 min >\n"
+                              "      30 sec\n"
+                              "    \xE2\x9C\x93 1 min\n"
+                              "      5 min\n"
+                              "      15 min\n"
+                              "  ---\n"
+                              "  Set API Key...  (,)\n"
+                              "  Reset Spend Baseline\n"
+                              "  Clear Usage History\n"
+                              "  Remove API Key\n"
+                              "  ---\n"
+                              "  Open DeepSeek Billing  (b)\n"
+                              "---\n"
+                              "\xE2\x8C\x98 Quit  (q)\n";
+
+class MenuTest : public ::testing::Test {
+protected:
+    FakePlatform fake;
+    AppDelegate delegate{fake.platform()};
+
+    void refreshWith(int status, const std::string& body) {
+        delegate.refreshBalance();
+        fake.http.respond(status, body);
+    }
+};
+
+TEST_F(MenuTest, TwoCurrenciesGiveTheWholeMenu) {
+    fake.storeKey("sk-test");
+    refreshWith(200, balanceBody({{"CNY", "70.00"}, {"USD", "12.50"}}));
+    fake.clock.advance(60);
+    refreshWith(200, balanceBody({{"CNY", "69.5"}, {"USD", "0.75"}}));
+    fake.clock.advance(120);
+    delegate.rebuildMenu();
+
+    const std::string expected = "[card dashboard]\n"
+                                 "  \xF0\x9F\x90\x8B Quorvane\n"
+                                 "  $0.75\n"
+                                 "  Today $11.75\n"
+                                 "  Ready\n"
+                                 "  [chart 2 points]\n"
+                                 "  Updated 2 min. ago \xE2\x80\xA2 1 min auto-refresh\n"
+                                 "---\n"
+                                 "Today: $11.75\n"
+                                 "Baseline: $11.75\n"
+                                 "\xE2\x8F\xB1 Auto-refresh: every 1 min\n"
+                                 "Details >\n"
+                                 "  Remaining: CN\xC2\xA5"
+                                 "69.50\n"
+                                 "  Granted: CN\xC2\xA5"
+                                 "0.00\n"
+                                 "  Topped up: CN\xC2\xA5"
+                                 "69.50\n"
+                                 "  Today spent: CN\xC2\xA5"
+                                 "0.50\n"
+                                 "  Since baseline: CN\xC2\xA5"
+                                 "0.50\n"
+                                 "  \xF0\x9F\x9F\xA2 Balance looks healthy\n"
+                                 "  ---\n"
+                                 "  Remaining: $0.75\n"
+                                 "  Granted: $0.00\n"
+                                 "  Topped up: $0.75\n"
+                                 "  Today spent: $11.75\n"
+                                 "  Since baseline: $11.75\n"
+                                 "  \xE2\x9A\xA0\xEF\xB8\x8F Low balance warning\n"
+                                 "  ---\n"
+                                 "  API status: ready\n"
+                                 "  Updated: 2 min. ago\n" +
+                                 kCommands;
+    EXPECT_EQ(fake.statusItem.menuText(), expected);
+}
+
+TEST_F(MenuTest, TheTopSectionFollowsTheFourCases) {
+    const std::string whale = "\xF0\x9F\x90\x8B";
+    // C: no key at all.
+    delegate.rebuildMenu();
+    EXPECT_EQ(fake.statusItem.menuText(), "[card status]\n  " + whale +
+                                              " Quorvane\n  No API key yet\n"
+                                              "  \xF0\x9F\x94\x90 Add your key to start tracking\n" +
+                                              kCommands);
+
+    // D: an empty stored key counts as present.
+    fake.storeKey("");
+    delegate.rebuildMenu();
+    EXPECT_EQ(fake.statusItem.menuText(), "[card status]\n  " + whale + " Quorvane\n  No data yet\n  " +
+                                              whale + " Waiting for DeepSeek balance\n" + kCommands);
+
+    // D while a request is in flight.
+    fake.storeKey("sk-test");
+    delegate.refreshBalance();
+    EXPECT_EQ(fake.statusItem.menuText(), "[card status]\n  " + whale + " Quorvane\n  Refreshing...\n  " +
+                                              whale + " Waiting for DeepSeek balance\n" + kCommands);
+
+    // B: a failure, kept while the next refresh runs.
+    fake.http.respond(401, "Authentication Fails");
+    const std::string failure = "[card status]\n  " + whale +
+                                " Quorvane\n  Could not refresh balance\n"
+                                "  \xE2\x9A\xA0\xEF\xB8\x8F HTTP 401 Authentication Fails\n" +
+                                kCommands;
+    EXPECT_EQ(fake.statusItem.menuText(), failure);
+    delegate.refreshBalance();
+    EXPECT_EQ(fake.statusItem.menuText(), failure);
+
+    // A with an empty entry list.
+    fake.http.respond(200, balanceBody({}, false));
+    EXPECT_EQ(fake.statusItem.menuText(),
+              "[card dashboard]\n  " + whale +
+                  " Quorvane\n  No balance\n  Today -\n  No balance\n"
+                  "  [chart 0 points]\n  Updated 0 sec. ago \xE2\x80\xA2 1 min auto-refresh\n"
+                  "---\nNo balance returned\nDetails >\n"
+                  "  API status: no balance\n  Updated: 0 sec. ago\n" +
+                  kCommands);
+}
+
+TEST_F(MenuTest, AutoRefreshOffReadsOffInTheSummaryAndOffInSettings) {
+    fake.storeKey("sk-test");
+    delegate.toggleAutoRefreshClicked();
+    refreshWith(200, balanceBody({{"USD", "5"}}));
+    const std::string text = fake.statusItem.menuText();
+    EXPECT_NE(text.find("\n\xE2\x8F\xB8 Auto-refresh: off\n"), std::string::npos);
+    EXPECT_NE(text.find("\n  \xE2\x8F\xB8 Auto-refresh: Off\n"), std::string::npos);
+    EXPECT_EQ(text.find("Auto-refresh: every"), std::string::npos);
+}
+
+TEST_F(MenuTest, CommandsCarryTheirHandlersAndNothingAccumulatesOverRebuilds) {
+    fake.storeKey("sk-test");
+    refreshWith(200, balanceBody({{"USD", "5"}}));
+    const std::vector<MenuItem> first = fake.statusItem.menu();
+    for (int i = 0; i < 20; ++i) {
+        delegate.rebuildMenu();
+    }
+    const std::vector<MenuItem>& menu = fake.statusItem.menu();
+    ASSERT_EQ(menu.size(), first.size());
+    ASSERT_EQ(menu.size(), 12u);
+
+    std::vector<std::string> selectors;
+    auto collect = [&selectors](const std::vector<MenuItem>& items, auto& self) -> void {
+        for (const MenuItem& item : items) {
+            EXPECT_TRUE(item.enabled) << item.title;
+            if (item.command != MenuCommand::None) {
+                selectors.push_back(std::string(commandSelector(item.command)) + " " + item.keyEquivalent);
+            }
+            self(item.submenu, self);
+        }
+    };
+    collect(menu, collect);
+    EXPECT_EQ(selectors,
+              (std::vector<std::string>{
+                  "refreshClicked r", "copySummaryClicked c", "toggleAutoRefreshClicked ",
+                  "refreshIntervalClicked: ", "refreshIntervalClicked: ", "refreshIntervalClicked: ",
+                  "refreshIntervalClicked: ", "setAPIKeyClicked ,", "resetBaselineClicked ",
+                  "clearHistoryClicked ", "removeAPIKeyClicked ", "openBillingClicked b", "quitClicked q"}));
+}
+
+TEST_F(MenuTest, AmountsThatDoNotParseShowAsZeroAndLow) {
+    fake.storeKey("sk-test");
+    refreshWith(200, balanceBody({{"USD", "n/a"}}));
+    const std::string text = fake.statusItem.menuText();
+    EXPECT_NE(text.find("  Remaining: $0.00\n"), std::string::npos);
+    EXPECT_NE(text.find("  \xE2\x9A\xA0\xEF\xB8\x8F Low balance warning\n"), std::string::npos);
+}
+
+} // namespace
+} // namespace quorvane
