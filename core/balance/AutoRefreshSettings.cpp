@@ -1,6 +1,7 @@
 #include "balance/AutoRefreshSettings.h"
 
-#include <charconv>
+#include "platform/DoubleText.h"
+
 #include <cmath>
 
 namespace quorvane {
@@ -53,10 +54,7 @@ std::string AutoRefreshSettings::labelFor(double interval) {
     if (!std::isfinite(interval)) {
         return "\xE2\x88\x9E sec"; // ∞
     }
-    char digits[400];
-    auto [end, error] =
-        std::to_chars(digits, digits + sizeof digits, std::trunc(interval), std::chars_format::fixed);
-    return error == std::errc() ? std::string(digits, end) + " sec" : std::string("\xE2\x88\x9E sec");
+    return DoubleText::shortest(std::trunc(interval), DoubleText::Notation::Fixed) + " sec";
 }
 
 } // namespace quorvane

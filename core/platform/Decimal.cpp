@@ -1,9 +1,9 @@
 #include "platform/Decimal.h"
 
+#include "platform/DoubleText.h"
+
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
-#include <system_error>
 
 namespace quorvane {
 
@@ -207,13 +207,11 @@ std::string Decimal::toString() const {
 }
 
 double Decimal::toDouble() const {
-    // from_chars rounds the exact decimal text to the nearest double, with no
+    // Reading the exact decimal text rounds once to the nearest double, with no
     // locale involved, which a chain of multiplications by ten would not.
     const std::string text =
         (m_negative ? "-" : "") + digitsOf(m_coefficient) + "e" + std::to_string(m_exponent);
-    double value = 0.0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return value;
+    return DoubleText::parse(text).value_or(0.0);
 }
 
 Decimal Decimal::magnitude() const {

@@ -1,5 +1,7 @@
 #include "platform/Defaults.h"
 
+#include "platform/DoubleText.h"
+
 #include <algorithm>
 #include <cctype>
 #include <charconv>
@@ -30,25 +32,14 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) {
            });
 }
 
-// The whole (trimmed) text as a number; from_chars keeps this independent of
-// the C locale, which a GUI toolkit may have switched to the user's.
+// The whole (trimmed) text as a number, independent of the C locale, which a
+// GUI toolkit may have switched to the user's.
 std::optional<double> numberFromText(std::string_view text) {
     text = trimmed(text);
     if (!text.empty() && text.front() == '+') {
         text.remove_prefix(1);
     }
-    double value = 0.0;
-    auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size()) {
-        return std::nullopt;
-    }
-    return value;
-}
-
-std::string numberText(double value) {
-    char buffer[64];
-    auto [end, error] = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return error == std::errc() ? std::string(buffer, end) : std::string();
+    return DoubleText::parse(text);
 }
 
 } // namespace
@@ -118,7 +109,7 @@ std::optional<std::string> Defaults::stringValue(const std::string& key) const {
         return std::to_string(*i);
     }
     if (auto* d = std::get_if<double>(&*value)) {
-        return numberText(*d);
+        return DoubleText::shortest(*d, DoubleText::Notation::General);
     }
     return std::nullopt;
 }

@@ -3,11 +3,9 @@
 #include "json/JsonReader.h"
 #include "json/JsonValue.h"
 #include "json/JsonWriter.h"
+#include "platform/DoubleText.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
-#include <system_error>
 
 namespace quorvane {
 
@@ -24,20 +22,12 @@ constexpr std::string_view kBalanceKey = "balance";
 std::string shortestText(double value) {
     const double magnitude = std::fabs(value);
     const bool plain = magnitude == 0.0 || (magnitude >= 1e-4 && magnitude < 1e16);
-    std::array<char, 400> buffer{};
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                      plain ? std::chars_format::fixed : std::chars_format::scientific);
-    return std::string(buffer.data(), result.ptr);
+    return DoubleText::shortest(value,
+                                plain ? DoubleText::Notation::Fixed : DoubleText::Notation::Scientific);
 }
 
 std::optional<double> readDouble(const std::string& text) {
-    double value = 0.0;
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value);
-    if (result.ec != std::errc{} || result.ptr != end) {
-        return std::nullopt;
-    }
-    return value;
+    return DoubleText::parse(text);
 }
 
 std::optional<BalancePoint> decodePoint(const JsonValue& entry) {
