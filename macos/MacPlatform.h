@@ -1,0 +1,55 @@
+// Every macOS service the program uses, made together and kept for the life of the process.
+#pragma once
+
+#include "KeychainSecretStore.h"
+#include "MacAlert.h"
+#include "MacApplication.h"
+#include "MacClock.h"
+#include "MacFormatter.h"
+#include "MacHttpClient.h"
+#include "MacPasteboard.h"
+#include "MacSettingsStore.h"
+#include "MacStatusItem.h"
+#include "MacTextSegmenter.h"
+#include "MacTimerScheduler.h"
+#include "MacWorkspace.h"
+#include "platform/Platform.h"
+
+#include <objc/objc.h>
+
+namespace quorvane {
+
+// Made at the application delegate's construction, before launch completes,
+// so the status item is in the menu bar from the start. The formatter and the
+// clock come first: the status item's menus refer to them.
+class MacPlatform {
+public:
+    // Menu commands are sent to `menuTarget`, held weakly.
+    explicit MacPlatform(id menuTarget)
+        : m_statusItem(menuTarget, m_formatter, m_clock) {}
+
+    MacPlatform(const MacPlatform&) = delete;
+    MacPlatform& operator=(const MacPlatform&) = delete;
+
+    // References into this object, valid while it lives.
+    Platform platform() {
+        return Platform{m_statusItem,    m_settings, m_secrets, m_http,       m_clock,     m_formatter,
+                        m_textSegmenter, m_timers,   m_alert,   m_pasteboard, m_workspace, m_application};
+    }
+
+private:
+    MacFormatter m_formatter;
+    MacClock m_clock;
+    MacTextSegmenter m_textSegmenter;
+    MacStatusItem m_statusItem;
+    MacSettingsStore m_settings;
+    KeychainSecretStore m_secrets;
+    MacHttpClient m_http;
+    MacTimerScheduler m_timers;
+    MacAlert m_alert;
+    MacPasteboard m_pasteboard;
+    MacWorkspace m_workspace;
+    MacApplication m_application;
+};
+
+} // namespace quorvane

@@ -1,0 +1,40 @@
+// The menu-bar item on NSStatusItem, with the one menu it opens.
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Formatter.h"
+#include "platform/StatusItem.h"
+
+#include <memory>
+#include <objc/objc.h>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+
+// The item takes its place in the menu bar (variable length) when this object
+// is made and keeps it until this object is destroyed: the status bar holds no
+// reference of its own. The menu is one NSMenu for the life of the item; each
+// change of the core's tree empties it and fills it with new items.
+class MacStatusItem : public StatusItem {
+public:
+    // Menu commands are sent to `menuTarget`, which is held weakly. The
+    // formatter and clock serve the dashboard's chart and must outlive this.
+    MacStatusItem(id menuTarget, const Formatter& formatter, const Clock& clock);
+    ~MacStatusItem() override;
+
+    MacStatusItem(const MacStatusItem&) = delete;
+    MacStatusItem& operator=(const MacStatusItem&) = delete;
+
+    bool hasButton() const override;
+    void setTitle(const std::string& title) override;
+    void setToolTip(const std::string& toolTip) override;
+    void attachMenu() override;
+    void menuDidChange(const std::vector<MenuItem>& items) override;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};
+
+} // namespace quorvane

@@ -1,0 +1,14 @@
+// The system font at the size and weight the core gives.
+#include "platform/Font.h"
+
+#import <AppKit/AppKit.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+@interface NSFont (QVFont)
+
++ (NSFont*)qv_systemFontWithFont:(const quorvane::Font&)font;
+
+@end
+
+NS_ASSUME_NONNULL_END
