@@ -1,0 +1,30 @@
+// A menu card as a Qt widget: every label and the chart placed at its fixed frame.
+#pragma once
+
+#include "menu/Card.h"
+#include "platform/Clock.h"
+#include "platform/Formatter.h"
+
+#include <QRect>
+#include <QWidget>
+
+namespace quorvane {
+
+// Drawn 1 px to 1 pt at the card's size, with no background of its own so the
+// menu's shows through. The formatter and clock outlive the widget (the chart
+// formats its tooltip with them).
+class CardWidget : public QWidget {
+    Q_OBJECT
+
+public:
+    CardWidget(const Card& card, const Formatter& formatter, const Clock& clock, QWidget* parent = nullptr);
+
+    // A frame given with the origin at the card's bottom left, in Qt's
+    // top-left coordinates.
+    static QRect qtFrame(const Rect& frame, const Size& cardSize);
+
+private:
+    void addLabel(const CardLabel& label, const Size& cardSize);
+};
+
+} // namespace quorvane

@@ -1,0 +1,67 @@
+#include "gui/ChartWidget.h"
+
+#include "gui/ColorPalette.h"
+#include "gui/QtCanvas.h"
+
+#include <QCursor>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QResizeEvent>
+#include <QToolTip>
+
+namespace quorvane {
+
+ChartWidget::ChartWidget(UsageChartView chart, const Formatter& formatter, const Clock& clock,
+                         QWidget* parent)
+    : QWidget(parent)
+    , m_chart(std::move(chart))
+    , m_formatter(formatter)
+    , m_clock(clock) {
+    // AppKit's tracking area reports moves with no button held; Qt does so only with tracking on.
+    setMouseTracking(true);
+    const Rect& frame = m_chart.frame();
+    resize(static_cast<int>(frame.width), static_cast<int>(frame.height));
+}
+
+void ChartWidget::resizeEvent(QResizeEvent* event) {
+    m_chart.setBoundsSize(
+        Size{static_cast<double>(event->size().width()), static_cast<double>(event->size().height())});
+    QWidget::resizeEvent(event);
+}
+
+void ChartWidget::mouseMoveEvent(QMouseEvent* event) {
+    const QPointF position = event->position();
+    m_chart.mouseMoved(Point{position.x(), position.y()}, m_formatter, m_clock.timeZoneId());
+    afterPointerEvent(event->globalPosition().toPoint());
+}
+
+void ChartWidget::leaveEvent(QEvent* event) {
+    m_chart.mouseExited();
+    afterPointerEvent(QCursor::pos());
+    QWidget::leaveEvent(event);
+}
+
+void ChartWidget::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QtCanvas canvas(painter, ColorPalette::forPalette(palette()));
+    m_chart.draw(canvas, m_formatter, m_clock.timeZoneId());
+    m_chart.clearNeedsDisplay();
+}
+
+void ChartWidget::afterPointerEvent(const QPoint& globalPosition) {
+    if (m_chart.needsDisplay()) {
+        update();
+        m_chart.clearNeedsDisplay();
+    }
+    const std::optional<std::string>& text = m_chart.toolTip();
+    if (text) {
+        const QString toolTipText = QString::fromStdString(*text);
+        setToolTip(toolTipText);
+        QToolTip::showText(globalPosition, toolTipText, this);
+    } else if (!toolTip().isEmpty()) {
+        setToolTip(QString());
+        QToolTip::hideText();
+    }
+}
+
+} // namespace quorvane
