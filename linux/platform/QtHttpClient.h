@@ -1,0 +1,51 @@
+// The HTTP client on QNetworkAccessManager: one GET at a time per call, answered on the main loop.
+#pragma once
+
+#include "platform/HttpClient.h"
+
+#include <QNetworkAccessManager>
+#include <QObject>
+
+#include <cstddef>
+#include <functional>
+
+namespace quorvane {
+
+// An answer with an HTTP status is an HttpResponse whatever the status: a 401
+// or a 503 arrives with its body, for the program to judge. An answer over
+// another scheme (a data: or file: address) is an HttpResponse with isHttp
+// false. Only a
+// failed exchange is an HttpTransportError: no connection, a reset or a
+// truncated body, TLS, too many redirects, the time-out ("The request timed
+// out.") or a body over the size limit ("The response was too large."). A
+// header whose name or value holds a line break or a NUL (or whose name is
+// empty or holds a colon or a blank) is never sent: the request fails with
+// "The request has an invalid header.".
+// A description never holds the value of an Authorization header: when Qt's
+// text would contain it, the generic "The request failed." is given instead.
+//
+// The time-out bounds the wait for each next byte, as a URL session's does;
+// it is at least 1 ms, so no request waits forever. Cookies, caching and
+// redirects are QNetworkAccessManager's defaults.
+//
+// Must be made and used on the thread that runs the main event loop. A request
+// still running when the client is destroyed never completes; the client must
+// not be destroyed from inside a completion.
+class QtHttpClient : public HttpClient {
+public:
+    static constexpr std::size_t kDefaultMaxBodyBytes = 4 * 1024 * 1024;
+
+    explicit QtHttpClient(std::size_t maxBodyBytes = kDefaultMaxBodyBytes);
+    ~QtHttpClient() override;
+
+    void get(const HttpRequest& request, std::function<void(HttpResult)> completion) override;
+
+private:
+    QNetworkAccessManager m_manager;
+    // The context of every connection to a reply; destroyed before the
+    // manager, so that tearing the replies down calls no completion.
+    QObject m_receiver;
+    std::size_t m_maxBodyBytes;
+};
+
+} // namespace quorvane
