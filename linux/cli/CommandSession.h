@@ -1,0 +1,63 @@
+// One command's program: the delegate over the command line's platform, launched as the app is and waited on.
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "cli/ClipboardHandoff.h"
+#include "cli/CommandLineAlert.h"
+#include "cli/HeadlessStatusItem.h"
+#include "cli/SessionStores.h"
+#include "cli/TerminalDesktop.h"
+#include "platform/QtHttpClient.h"
+#include "platform/QtTimerScheduler.h"
+#include "platform/icu/IcuTextSegmenter.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+
+namespace quorvane {
+
+// The same delegate, stores, HTTP client and timers as the desktop app; only
+// the parts a person sees are replaced: the status item keeps what it is
+// given, the key dialog answers with a key the user gave in advance, the
+// clipboard is handed over on request, and a web page's address is printed.
+// Needs a QCoreApplication (or more) for the network and the timer.
+class CommandSession {
+public:
+    // The longest refresh: its own time-out and a margin for the answer to arrive.
+    static constexpr std::chrono::seconds kRefreshWait{BalanceRequest::kTimeoutSeconds + 10};
+
+    // The stores, clock and formatter outlive the session.
+    CommandSession(const SessionStores& stores, const Clock& clock, const Formatter& formatter,
+                   std::ostream& out, std::optional<std::string> keyAnswer = std::nullopt);
+    CommandSession(const CommandSession&) = delete;
+    CommandSession& operator=(const CommandSession&) = delete;
+
+    // The launch sequence: title, menu, one refresh, the auto-refresh timer.
+    void launch();
+    // Runs the event loop until no refresh is in flight; false when the wait
+    // ended first.
+    bool waitForRefresh(std::chrono::milliseconds limit = kRefreshWait);
+
+    AppDelegate& delegate() { return *m_delegate; }
+    const HeadlessStatusItem& statusItem() const { return m_statusItem; }
+    const ClipboardHandoff& clipboard() const { return m_clipboard; }
+    const Clock& clock() const { return m_clock; }
+    const Formatter& formatter() const { return m_formatter; }
+
+private:
+    const Clock& m_clock;
+    const Formatter& m_formatter;
+    HeadlessStatusItem m_statusItem;
+    IcuTextSegmenter m_segmenter;
+    QtHttpClient m_http;
+    QtTimerScheduler m_timers;
+    CommandLineAlert m_alert;
+    ClipboardHandoff m_clipboard;
+    TerminalDesktop m_desktop;
+    std::unique_ptr<AppDelegate> m_delegate;
+};
+
+} // namespace quorvane

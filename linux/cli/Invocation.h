@@ -1,0 +1,44 @@
+// What the command line asked for: the desktop app or one command, with its options.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace quorvane {
+
+enum class CommandName {
+    DesktopApp,
+    Status,
+    Summary,
+    Menu,
+    Card,
+    KeySet,
+    KeyRemove,
+    BaselineReset,
+    HistoryClear,
+    AutoRefresh,
+    Interval,
+    // The detached helper that keeps a copied summary on the clipboard; not for people.
+    HoldClipboard,
+};
+
+struct Invocation {
+    CommandName command = CommandName::DesktopApp;
+    // The simulated account with in-memory settings and key.
+    bool demo = false;
+    // status, menu
+    bool json = false;
+    // summary
+    bool copy = false;
+    // card
+    std::string pngPath;
+    std::optional<std::int64_t> hoverIndex;
+    int scale = 2;
+    // auto-refresh
+    bool autoRefreshOn = true;
+    // interval
+    std::int64_t intervalSeconds = 0;
+};
+
+} // namespace quorvane
