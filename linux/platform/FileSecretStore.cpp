@@ -283,7 +283,9 @@ std::int32_t FileSecretStore::moveCorruptFileAside() const {
     for (int attempt = 1; attempt <= kMaxCorruptNames; ++attempt) {
         std::string aside = m_filePath + ".corrupt";
         if (attempt > 1) {
-            aside += "." + std::to_string(attempt);
+            // Appended in two steps: g++ 12 at -O2 misreads "." + a temporary as an overlapping copy.
+            aside += '.';
+            aside += std::to_string(attempt);
         }
         // Never over an earlier copy: each may hold a key worth recovering.
         if (::renameat2(AT_FDCWD, m_filePath.c_str(), AT_FDCWD, aside.c_str(), RENAME_NOREPLACE) == 0) {

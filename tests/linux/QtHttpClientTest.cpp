@@ -3,12 +3,9 @@
 #include "EventLoopWait.h"
 #include "LoopbackHttpServer.h"
 
-#include <QFile>
 #include <QTcpServer>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,20 +13,7 @@ namespace quorvane {
 namespace {
 
 using namespace std::chrono_literals;
-
-// Every completion a request made, in order.
-struct Completions {
-    std::vector<HttpResult> results;
-
-    std::function<void(HttpResult)> recorder() {
-        return [this](HttpResult result) {
-            results.push_back(std::move(result));
-        };
-    }
-    bool waitForOne() {
-        return waitUntil([this] { return !results.empty(); });
-    }
-};
+using Behaviour = LoopbackHttpServer::Behaviour;
 
 HttpRequest balanceRequest(const std::string& url, std::chrono::milliseconds timeout = 20000ms) {
     HttpRequest request;
@@ -37,10 +21,6 @@ HttpRequest balanceRequest(const std::string& url, std::chrono::milliseconds tim
     request.headers = {{"Accept", "application/json"}, {"Authorization", "Bearer sk-test-0123456789"}};
     request.timeout = timeout;
     return request;
-}
-
-QList<QByteArray> headLines(const QByteArray& head) {
-    return head.split('\n');
 }
 
 std::string describe(const HttpResult& result) {
@@ -51,196 +31,20 @@ std::string describe(const HttpResult& result) {
     return "error " + std::get<HttpTransportError>(result).description;
 }
 
+QByteArray answer(int status, const QByteArray& body, const QList<QByteArray>& headers = {}) {
+    return LoopbackHttpServer::httpAnswer(status, "Reason", body, headers);
+}
+
 // A port nothing listens on: taken from the kernel, then given back.
-quint16 closedPort() {
+std::string refusedUrl() {
     QTcpServer probe;
     probe.listen(QHostAddress::LocalHost, 0);
-    quint16 port = probe.serverPort();
-    probe.close();
-    return port;
+    return "http://127.0.0.1:" + std::to_string(probe.serverPort()) + "/user/balance";
 }
 
-TEST(QtHttpClientTest, SendsTheRequestLineAndHeadersAndDeliversTheBody) {
+TEST(QtHttpClientTest, SendsTheRequestLineAndHeadersAndACompletionMayStartTheNext) {
     LoopbackHttpServer server;
-    QByteArray body = R"({"is_available":true,"balance_infos":[]})";
-    server.answerWith(LoopbackHttpServer::httpAnswer(200, "OK", body, {"Content-Type: application/json"}));
-    QtHttpClient client;
-    Completions completions;
-
-    client.get(balanceRequest(server.url("/user/balance")), completions.recorder());
-    EXPECT_TRUE(completions.results.empty());
-    ASSERT_TRUE(completions.waitForOne());
-
-    ASSERT_EQ(server.requestHeads().size(), 1);
-    QList<QByteArray> lines = headLines(server.requestHeads().front());
-    EXPECT_EQ(lines.front(), "GET /user/balance HTTP/1.1\r");
-    EXPECT_TRUE(lines.contains("Accept: application/json\r"));
-    EXPECT_TRUE(lines.contains("Authorization: Bearer sk-test-0123456789\r"));
-    EXPECT_EQ(describe(completions.results.front()), "http 200 " + body.toStdString());
-}
-
-TEST(QtHttpClientTest, HttpStatusesArriveAsResponsesWithTheirBodies) {
-    struct Case {
-        QByteArray answer;
-        std::string expected;
-    };
-    const std::string longBody(200, 'x');
-    const Case cases[] = {
-        {LoopbackHttpServer::httpAnswer(204, "No Content", ""), "http 204 "},
-        {LoopbackHttpServer::httpAnswer(299, "Odd", "{}"), "http 299 {}"},
-        {LoopbackHttpServer::httpAnswer(300, "Multiple Choices", "choose"), "http 300 choose"},
-        // Qt reports each of these as an error of its own; the answer still arrived.
-        {LoopbackHttpServer::httpAnswer(400, "Bad Request", "bad"), "http 400 bad"},
-        {LoopbackHttpServer::httpAnswer(401, "Unauthorized", QByteArray::fromStdString(longBody)),
-         "http 401 " + longBody},
-        {LoopbackHttpServer::httpAnswer(401, "Unauthorized", R"({"error":"key"})",
-                                        {"WWW-Authenticate: Bearer"}),
-         R"(http 401 {"error":"key"})"},
-        {LoopbackHttpServer::httpAnswer(402, "Payment Required", "pay"), "http 402 pay"},
-        {LoopbackHttpServer::httpAnswer(404, "Not Found", "none"), "http 404 none"},
-        {LoopbackHttpServer::httpAnswer(407, "Proxy Authentication Required", "proxy",
-                                        {"Proxy-Authenticate: Basic realm=\"p\""}),
-         "http 407 proxy"},
-        {LoopbackHttpServer::httpAnswer(429, "Too Many Requests", "slow down"), "http 429 slow down"},
-        {LoopbackHttpServer::httpAnswer(500, "Internal Server Error", "oops"), "http 500 oops"},
-        {LoopbackHttpServer::httpAnswer(503, "Service Unavailable", ""), "http 503 "},
-        // No length: the body runs until the server closes.
-        {"HTTP/1.0 200 OK\r\n\r\nuntil close", "http 200 until close"},
-    };
-    for (const Case& c : cases) {
-        LoopbackHttpServer server;
-        server.answerWith(c.answer);
-        QtHttpClient client;
-        Completions completions;
-        client.get(balanceRequest(server.url("/user/balance")), completions.recorder());
-        ASSERT_TRUE(completions.waitForOne()) << c.expected;
-        EXPECT_EQ(describe(completions.results.front()), c.expected);
-    }
-}
-
-TEST(QtHttpClientTest, FailedExchangesAreTransportErrors) {
-    struct Case {
-        std::function<void(LoopbackHttpServer&)> script;
-        std::string expected;
-    };
-    const Case cases[] = {
-        {[](LoopbackHttpServer& server) { server.drop(); }, "error Connection closed"},
-        {[](LoopbackHttpServer& server) { server.answerWith("SSH-2.0-OpenSSH_9.2\r\n"); },
-         "error Connection closed"},
-        // Headers and a status came, but only part of the promised body.
-        {[](LoopbackHttpServer& server) {
-             server.answerWith("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n0123456789");
-         },
-         "error Connection closed"},
-        {[](LoopbackHttpServer& server) {
-             server.answerWith(LoopbackHttpServer::httpAnswer(302, "Found", "", {"Location: /user/balance"}));
-         },
-         "error Too many redirects"},
-    };
-    for (const Case& c : cases) {
-        LoopbackHttpServer server;
-        c.script(server);
-        QtHttpClient client;
-        Completions completions;
-        client.get(balanceRequest(server.url("/user/balance")), completions.recorder());
-        ASSERT_TRUE(completions.waitForOne()) << c.expected;
-        EXPECT_EQ(describe(completions.results.front()), c.expected);
-    }
-}
-
-TEST(QtHttpClientTest, AServerThatNeverAnswersTimesOutAndTheClientCarriesOn) {
-    LoopbackHttpServer server;
-    server.staySilent();
-    QtHttpClient client;
-    Completions silent;
-    client.get(balanceRequest(server.url("/user/balance"), 300ms), silent.recorder());
-    ASSERT_TRUE(silent.waitForOne());
-    EXPECT_EQ(describe(silent.results.front()), "error The request timed out.");
-
-    // An answer that comes within the time-out, if late, still arrives.
-    server.answerWith(LoopbackHttpServer::httpAnswer(200, "OK", "prompt"), 100ms);
-    Completions prompt;
-    client.get(balanceRequest(server.url("/user/balance"), 10000ms), prompt.recorder());
-    ASSERT_TRUE(prompt.waitForOne());
-    EXPECT_EQ(describe(prompt.results.front()), "http 200 prompt");
-    EXPECT_EQ(server.requestHeads().size(), 2);
-}
-
-TEST(QtHttpClientTest, BodiesOverTheLimitAreTransportErrors) {
-    struct Case {
-        QByteArray answer;
-        std::string expected;
-    };
-    const QByteArray atLimit(1000, 'a');
-    const QByteArray overLimit(1001, 'b');
-    const Case cases[] = {
-        {LoopbackHttpServer::httpAnswer(200, "OK", atLimit), "http 200 " + atLimit.toStdString()},
-        // Refused on the declared length, before the body is read.
-        {LoopbackHttpServer::httpAnswer(200, "OK", overLimit), "error The response was too large."},
-        {LoopbackHttpServer::httpAnswer(401, "Unauthorized", overLimit), "error The response was too large."},
-        // No declared length: refused once the bytes read pass the limit.
-        {"HTTP/1.0 200 OK\r\n\r\n" + overLimit, "error The response was too large."},
-        {"HTTP/1.0 200 OK\r\n\r\n" + atLimit, "http 200 " + atLimit.toStdString()},
-    };
-    for (const Case& c : cases) {
-        LoopbackHttpServer server;
-        server.answerWith(c.answer);
-        QtHttpClient client(1000);
-        Completions completions;
-        client.get(balanceRequest(server.url("/user/balance")), completions.recorder());
-        ASSERT_TRUE(completions.waitForOne());
-        EXPECT_EQ(describe(completions.results.front()), c.expected);
-        EXPECT_EQ(completions.results.size(), 1u);
-    }
-}
-
-TEST(QtHttpClientTest, AddressesWithoutHttpAreNotHttpResponses) {
-    QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("answer.json")));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("{\"from\":\"file\"}");
-    file.close();
-
-    const std::pair<std::string, std::string> cases[] = {
-        {"data:text/plain,hello%20there", "not-http 0 hello there"},
-        {"file://" + file.fileName().toStdString(), R"(not-http 0 {"from":"file"})"},
-    };
-    for (const auto& [url, expected] : cases) {
-        QtHttpClient client;
-        Completions completions;
-        client.get(balanceRequest(url), completions.recorder());
-        ASSERT_TRUE(completions.waitForOne());
-        EXPECT_EQ(describe(completions.results.front()), expected);
-    }
-}
-
-TEST(QtHttpClientTest, CompletesExactlyOnceAndNeverInsideGet) {
-    LoopbackHttpServer server;
-    server.answerWith(LoopbackHttpServer::httpAnswer(200, "OK", "ok"));
-    const std::pair<HttpRequest, std::string> cases[] = {
-        {balanceRequest(server.url("/user/balance")), "http 200 ok"},
-        {balanceRequest("http://127.0.0.1:" + std::to_string(closedPort()) + "/"),
-         "error Connection refused"},
-        {balanceRequest("ftp://127.0.0.1/user/balance"), "error Protocol \"ftp\" is unknown"},
-        {balanceRequest(""), "error Protocol \"\" is unknown"},
-        // Finished before get() returns.
-        {balanceRequest("data:,inline"), "not-http 0 inline"},
-    };
-    for (const auto& [request, expected] : cases) {
-        QtHttpClient client;
-        Completions completions;
-        client.get(request, completions.recorder());
-        EXPECT_TRUE(completions.results.empty()) << expected;
-        ASSERT_TRUE(completions.waitForOne()) << expected;
-        drainPostedEvents();
-        ASSERT_EQ(completions.results.size(), 1u) << expected;
-        EXPECT_EQ(describe(completions.results.front()), expected);
-    }
-}
-
-TEST(QtHttpClientTest, ACompletionMayStartTheNextRequest) {
-    LoopbackHttpServer server;
-    server.answerWith(LoopbackHttpServer::httpAnswer(200, "OK", "again"));
+    server.answerWith(answer(200, "again"));
     QtHttpClient client;
     std::vector<std::string> seen;
     client.get(balanceRequest(server.url("/first")), [&](HttpResult first) {
@@ -251,51 +55,91 @@ TEST(QtHttpClientTest, ACompletionMayStartTheNextRequest) {
     ASSERT_TRUE(waitUntil([&] { return seen.size() == 2; }));
     EXPECT_EQ(seen, (std::vector<std::string>{"http 200 again", "http 200 again"}));
     ASSERT_EQ(server.requestHeads().size(), 2);
+    QList<QByteArray> lines = server.requestHeads().front().split('\n');
+    EXPECT_EQ(lines.front(), "GET /first HTTP/1.1\r");
+    EXPECT_TRUE(lines.contains("Accept: application/json\r"));
+    EXPECT_TRUE(lines.contains("Authorization: Bearer sk-test-0123456789\r"));
     EXPECT_TRUE(server.requestHeads()[1].startsWith("GET /second HTTP/1.1\r\n"));
 }
 
-TEST(QtHttpClientTest, HeadersThatWouldSplitTheRequestAreNeverSent) {
-    LoopbackHttpServer server;
-    server.answerWith(LoopbackHttpServer::httpAnswer(200, "OK", "ok"));
-    const std::pair<std::string, std::string> headers[] = {
-        {"Authorization", "Bearer sk-a\r\nX-Injected: yes"},
-        {"Authorization", "Bearer sk-a\nX-Injected: yes"},
-        {"Authorization", std::string("Bearer sk-a\0b", 13)},
-        {"X-Bad Name", "v"},
-        {"X-Bad:Name", "v"},
-        {"", "v"},
+// One client, limited to 1000 bytes of body, goes through every case, so it
+// also carries on after time-outs and failures.
+TEST(QtHttpClientTest, EachExchangeCompletesExactlyOnceAndNeverInsideGet) {
+    struct Case {
+        std::string expected;
+        QByteArray answer;
+        Behaviour behaviour = Behaviour::Answer;
+        std::string url = {};
+        std::pair<std::string, std::string> header = {};
+        std::chrono::milliseconds timeout = 20000ms;
+        std::chrono::milliseconds delay = 0ms;
     };
-    for (const auto& header : headers) {
-        QtHttpClient client;
-        Completions completions;
-        HttpRequest request = balanceRequest(server.url("/user/balance"));
-        request.headers.push_back(header);
-        client.get(request, completions.recorder());
-        EXPECT_TRUE(completions.results.empty());
-        ASSERT_TRUE(completions.waitForOne());
-        EXPECT_EQ(describe(completions.results.front()), "error The request has an invalid header.");
-    }
-    drainPostedEvents();
-    EXPECT_TRUE(server.requestHeads().empty());
-}
-
-TEST(QtHttpClientTest, ADescriptionNeverRepeatsTheAuthorizationValue) {
-    std::string refused = "http://127.0.0.1:" + std::to_string(closedPort()) + "/user/balance";
-    const std::pair<std::string, std::string> cases[] = {
-        {"Bearer sk-real-key", "error Connection refused"},
+    const QByteArray atLimit(1000, 'a');
+    const QByteArray overLimit(1001, 'b');
+    const std::string invalid = "error The request has an invalid header.";
+    const std::string tooLarge = "error The response was too large.";
+    const Case cases[] = {
+        {"http 200 {}", answer(200, "{}", {"Content-Type: application/json"})},
+        {"http 204 ", answer(204, "")},
+        // Qt reports each of these as an error of its own; the answer still arrived.
+        {R"(http 401 {"error":"key"})", answer(401, R"({"error":"key"})", {"WWW-Authenticate: Bearer"})},
+        {"http 407 proxy", answer(407, "proxy", {"Proxy-Authenticate: Basic realm=\"p\""})},
+        {"http 500 oops", answer(500, "oops")},
+        // No length: the body runs until the server closes.
+        {"http 200 until close", "HTTP/1.0 200 OK\r\n\r\nuntil close"},
+        {"error Connection closed", "", Behaviour::Drop},
+        {"error Connection closed", "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n0123456789"},
+        {"error Too many redirects", answer(302, "", {"Location: /user/balance"})},
+        {"error The request timed out.", "", Behaviour::Silent, "", {}, 300ms},
+        // An answer that comes within the time-out, if late, still arrives.
+        {"http 200 late", answer(200, "late"), Behaviour::Answer, "", {}, 10000ms, 100ms},
+        {"http 200 " + atLimit.toStdString(), answer(200, atLimit)},
+        {"http 200 " + atLimit.toStdString(), "HTTP/1.0 200 OK\r\n\r\n" + atLimit},
+        // Refused on the declared length, or once the bytes read pass the limit.
+        {tooLarge, answer(401, overLimit)},
+        {tooLarge, "HTTP/1.0 200 OK\r\n\r\n" + overLimit},
+        {"error Connection refused", "", Behaviour::Answer, refusedUrl()},
+        {"error Protocol \"ftp\" is unknown", "", Behaviour::Answer, "ftp://127.0.0.1/user/balance"},
+        // Finished before get() returns.
+        {"not-http 0 hello there", "", Behaviour::Answer, "data:text/plain,hello%20there"},
         // Qt's text would hold the credential: the generic text replaces it.
-        {"Bearer refused", "error The request failed."},
-        {"Connection refused", "error The request failed."},
+        {"error The request failed.",
+         "",
+         Behaviour::Answer,
+         refusedUrl(),
+         {"Authorization", "Bearer refused"}},
+        {invalid, "", Behaviour::Answer, "", {"Authorization", "Bearer sk-a\r\nX-Injected: yes"}},
+        {invalid, "", Behaviour::Answer, "", {"Authorization", "Bearer sk-a\nX-Injected: yes"}},
+        {invalid, "", Behaviour::Answer, "", {"Authorization", std::string("Bearer sk-a\0b", 13)}},
+        {invalid, "", Behaviour::Answer, "", {"X-Bad Name", "v"}},
     };
-    for (const auto& [authorization, expected] : cases) {
-        QtHttpClient client;
-        Completions completions;
-        HttpRequest request;
-        request.url = refused;
-        request.headers = {{"authorization", authorization}};
-        client.get(request, completions.recorder());
-        ASSERT_TRUE(completions.waitForOne());
-        EXPECT_EQ(describe(completions.results.front()), expected);
+    QtHttpClient client(1000);
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.expected);
+        LoopbackHttpServer server;
+        if (c.behaviour == Behaviour::Drop) {
+            server.drop();
+        } else if (c.behaviour == Behaviour::Silent) {
+            server.staySilent();
+        } else {
+            server.answerWith(c.answer, c.delay);
+        }
+        HttpRequest request = balanceRequest(c.url.empty() ? server.url("/user/balance") : c.url, c.timeout);
+        if (c.header.first == "Authorization") {
+            request.headers = {c.header};
+        } else if (!c.header.first.empty()) {
+            request.headers.push_back(c.header);
+        }
+        std::vector<HttpResult> results;
+        client.get(request, [&](HttpResult result) { results.push_back(std::move(result)); });
+        EXPECT_TRUE(results.empty());
+        ASSERT_TRUE(waitUntil([&] { return !results.empty(); }));
+        drainPostedEvents();
+        ASSERT_EQ(results.size(), 1u);
+        EXPECT_EQ(describe(results.front()), c.expected);
+        if (c.expected == invalid) {
+            EXPECT_TRUE(server.requestHeads().empty());
+        }
     }
 }
 

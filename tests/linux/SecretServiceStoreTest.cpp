@@ -7,7 +7,6 @@
 #include "platform/SecretStoreSelector.h"
 
 #include <QProcess>
-#include <QStringList>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -19,106 +18,65 @@ namespace {
 
 const std::string kService = "Quorvane";
 
-// Each test works on an account of its own, so that no test sees another's item.
-class SecretServiceStoreTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        std::ostringstream silence;
-        ASSERT_TRUE(SecretStoreSelector(silence).secretServiceAnswers())
-            << "no Secret Service on this session bus; run through run-with-keyring.sh";
-        m_account =
-            std::string("DeepSeekAPIKey.") + ::testing::UnitTest::GetInstance()->current_test_info()->name();
-        m_store.remove(kService, m_account);
-    }
-    void TearDown() override { m_store.remove(kService, m_account); }
-
-    SecretServiceStore m_store;
-    std::string m_account;
-};
-
-// What another client of the Secret Service finds under the two attributes.
-QString secretToolLookup(const std::string& service, const std::string& account) {
+// Runs secret-tool, another client of the Secret Service, and returns what it printed.
+QString secretTool(QStringList arguments, const QByteArray& input = {}) {
     QProcess tool;
-    tool.start(QStringLiteral("secret-tool"),
-               {QStringLiteral("lookup"), QStringLiteral("service"), QString::fromStdString(service),
-                QStringLiteral("account"), QString::fromStdString(account)});
-    tool.waitForFinished(30000);
+    tool.start(QStringLiteral("secret-tool"), arguments);
+    tool.write(input);
+    tool.closeWriteChannel();
+    EXPECT_TRUE(tool.waitForFinished(30000));
+    EXPECT_EQ(tool.exitCode(), 0);
     return QString::fromUtf8(tool.readAllStandardOutput());
 }
 
-TEST_F(SecretServiceStoreTest, AddCreatesUpdateReplacesAndNeitherOverstepsItsPart) {
-    EXPECT_EQ(m_store.copy(kService, m_account).status, kSecretStatusItemNotFound);
-    EXPECT_EQ(m_store.update(kService, m_account, "sk-new"), kSecretStatusItemNotFound);
-    EXPECT_EQ(m_store.copy(kService, m_account).status, kSecretStatusItemNotFound);
-    EXPECT_EQ(m_store.remove(kService, m_account), kSecretStatusItemNotFound);
-
-    EXPECT_EQ(m_store.add(kService, m_account, "sk-first"), kSecretStatusSuccess);
-    EXPECT_EQ(m_store.add(kService, m_account, "sk-again"), kSecretStatusDuplicateItem);
-    SecretCopyResult first = m_store.copy(kService, m_account);
-    EXPECT_EQ(first.status, kSecretStatusSuccess);
-    EXPECT_EQ(first.data, "sk-first");
-
-    EXPECT_EQ(m_store.update(kService, m_account, "sk-second"), kSecretStatusSuccess);
-    EXPECT_EQ(m_store.copy(kService, m_account).data, "sk-second");
-
-    EXPECT_EQ(m_store.remove(kService, m_account), kSecretStatusSuccess);
-    EXPECT_EQ(m_store.remove(kService, m_account), kSecretStatusItemNotFound);
-    EXPECT_EQ(m_store.copy(kService, m_account).status, kSecretStatusItemNotFound);
-}
-
-TEST_F(SecretServiceStoreTest, ValuesAreKeptAsBytes) {
-    const std::string values[] = {
-        "sk-0123456789abcdef",
-        "",
-        "  blanks around  ",
-        "🐋 non-ASCII",
-        std::string("nul\0inside", 10),
-        "\xff\xfe not UTF-8",
-        std::string(4096, 'k'),
-    };
-    for (const std::string& value : values) {
-        ASSERT_EQ(m_store.add(kService, m_account, value), kSecretStatusSuccess);
-        SecretCopyResult copied = m_store.copy(kService, m_account);
-        EXPECT_EQ(copied.status, kSecretStatusSuccess);
-        EXPECT_EQ(copied.data, value);
-        ASSERT_EQ(m_store.remove(kService, m_account), kSecretStatusSuccess);
-    }
-}
-
-TEST_F(SecretServiceStoreTest, ItemsAreFoundByServiceAndAccountAlone) {
-    std::string other = m_account + ".other";
-    ASSERT_EQ(m_store.add(kService, m_account, "sk-mine"), kSecretStatusSuccess);
-    ASSERT_EQ(m_store.add(kService, other, "sk-other"), kSecretStatusSuccess);
-    ASSERT_EQ(m_store.add("Quorvane.Other", m_account, "sk-elsewhere"), kSecretStatusSuccess);
-
-    EXPECT_EQ(m_store.remove(kService, other), kSecretStatusSuccess);
-    EXPECT_EQ(m_store.copy(kService, m_account).data, "sk-mine");
-    EXPECT_EQ(m_store.copy("Quorvane.Other", m_account).data, "sk-elsewhere");
-    // Other tools see the same item under the same two attributes...
-    EXPECT_EQ(secretToolLookup(kService, m_account), QStringLiteral("sk-mine"));
-    EXPECT_EQ(m_store.remove("Quorvane.Other", m_account), kSecretStatusSuccess);
-
-    // ...and an item they made is the program's item.
-    QProcess tool;
-    tool.start(QStringLiteral("secret-tool"),
-               {QStringLiteral("store"), QStringLiteral("--label=by hand"), QStringLiteral("service"),
-                QString::fromStdString(kService), QStringLiteral("account"), QString::fromStdString(other)});
-    tool.write("sk-by-hand");
-    tool.closeWriteChannel();
-    ASSERT_TRUE(tool.waitForFinished(30000));
-    ASSERT_EQ(tool.exitCode(), 0);
-    EXPECT_EQ(m_store.copy(kService, other).data, "sk-by-hand");
-    EXPECT_EQ(m_store.update(kService, other, "sk-replaced"), kSecretStatusSuccess);
-    EXPECT_EQ(secretToolLookup(kService, other), QStringLiteral("sk-replaced"));
-    EXPECT_EQ(m_store.remove(kService, other), kSecretStatusSuccess);
-}
-
-TEST(SecretServiceSelectionTest, AnAnsweringSecretServiceIsChosenSilently) {
+TEST(SecretServiceStoreTest, ItemsAreKeptAsBytesUnderServiceAndAccountAlone) {
     std::ostringstream announcements;
     SecretStoreSelector selector(announcements);
-    EXPECT_TRUE(selector.secretServiceAnswers());
+    ASSERT_TRUE(selector.secretServiceAnswers()) << "no Secret Service here; run through run-with-keyring.sh";
     EXPECT_NE(dynamic_cast<SecretServiceStore*>(selector.select().get()), nullptr);
-    EXPECT_EQ(announcements.str(), "");
+    EXPECT_EQ(announcements.str(), "") << "an answering Secret Service is chosen silently";
+
+    SecretServiceStore store;
+    const std::string account = "DeepSeekAPIKey";
+    const std::string other = "DeepSeekAPIKey.other";
+    EXPECT_EQ(store.copy(kService, account).status, kSecretStatusItemNotFound);
+    EXPECT_EQ(store.update(kService, account, "sk-new"), kSecretStatusItemNotFound);
+    EXPECT_EQ(store.copy(kService, account).status, kSecretStatusItemNotFound);
+    EXPECT_EQ(store.remove(kService, account), kSecretStatusItemNotFound);
+    for (const std::string& value : {std::string(), std::string("nul\0inside", 10),
+                                     std::string("\xff\xfe not UTF-8"), std::string(4096, 'k')}) {
+        ASSERT_EQ(store.add(kService, account, value), kSecretStatusSuccess);
+        SecretCopyResult copied = store.copy(kService, account);
+        EXPECT_EQ(copied.status, kSecretStatusSuccess);
+        EXPECT_EQ(copied.data, value);
+        ASSERT_EQ(store.remove(kService, account), kSecretStatusSuccess);
+    }
+
+    EXPECT_EQ(store.add(kService, account, "sk-first"), kSecretStatusSuccess);
+    EXPECT_EQ(store.add(kService, account, "sk-again"), kSecretStatusDuplicateItem);
+    ASSERT_EQ(store.add(kService, other, "sk-other"), kSecretStatusSuccess);
+    ASSERT_EQ(store.add("Quorvane.Other", account, "sk-elsewhere"), kSecretStatusSuccess);
+    EXPECT_EQ(store.update(kService, account, "sk-mine"), kSecretStatusSuccess);
+    EXPECT_EQ(store.remove(kService, other), kSecretStatusSuccess);
+    EXPECT_EQ(store.remove(kService, other), kSecretStatusItemNotFound);
+    EXPECT_EQ(store.copy(kService, account).data, "sk-mine");
+    EXPECT_EQ(store.copy("Quorvane.Other", account).data, "sk-elsewhere");
+
+    // Other tools see the same item under the same two attributes, and an
+    // item they made is the program's item.
+    const QString service = QString::fromStdString(kService);
+    EXPECT_EQ(secretTool({"lookup", "service", service, "account", QString::fromStdString(account)}),
+              "sk-mine");
+    secretTool({"store", "--label=by hand", "service", service, "account", QString::fromStdString(other)},
+               "sk-by-hand");
+    EXPECT_EQ(store.copy(kService, other).data, "sk-by-hand");
+    EXPECT_EQ(store.update(kService, other, "sk-replaced"), kSecretStatusSuccess);
+    EXPECT_EQ(secretTool({"lookup", "service", service, "account", QString::fromStdString(other)}),
+              "sk-replaced");
+    for (const auto& [name, item] :
+         {std::pair{kService, account}, {kService, other}, {"Quorvane.Other", account}}) {
+        EXPECT_EQ(store.remove(name, item), kSecretStatusSuccess);
+    }
 }
 
 // Runs inside a session bus that has no Secret Service and cannot start one

@@ -8,8 +8,6 @@
 #include <QRect>
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 namespace quorvane {
 namespace {
 
@@ -43,78 +41,30 @@ protected:
     }
 };
 
-TEST_F(CardImageTest, TheCardIsDrawnAtItsSizeTimesTheScaleOnTheMenusBackground) {
-    const Card card = dashboard({"110.00", "100.00"});
-
-    for (int scale : {1, 2, 3}) {
-        const CardImage::Drawing drawing =
-            CardImage::draw(card, fake.formatter, fake.clock, std::nullopt, scale);
-        EXPECT_EQ(drawing.outcome, CardImage::Outcome::Drawn);
-        EXPECT_EQ(drawing.image.size(), QSize(330 * scale, 190 * scale));
-        EXPECT_EQ(qAlpha(drawing.image.pixel(0, 0)), 255) << "the menu's panel is under the card";
-        EXPECT_EQ(drawing.image.pixel(0, 0), drawing.image.pixel(drawing.image.width() - 1, 0))
-            << "no frame of its own at the edges";
-    }
-}
-
-TEST_F(CardImageTest, PointingAtASampleChangesTheChartAlone) {
+// Pointing at a sample changes the chart alone.
+TEST_F(CardImageTest, TheCardIsDrawnOnTheMenusBackgroundAndPointsAtItsSamples) {
     const Card card = dashboard({"110.00", "100.00", "105.00"});
-    const CardImage::Drawing plain = CardImage::draw(card, fake.formatter, fake.clock, std::nullopt, 1);
 
-    const CardImage::Drawing hovered = CardImage::draw(card, fake.formatter, fake.clock, 1, 1);
+    const CardImage::Drawing plain = CardImage::draw(card, fake.formatter, fake.clock, std::nullopt, 2);
+    const CardImage::Drawing hovered = CardImage::draw(card, fake.formatter, fake.clock, 1, 2);
 
+    ASSERT_EQ(plain.outcome, CardImage::Outcome::Drawn);
     ASSERT_EQ(hovered.outcome, CardImage::Outcome::Drawn);
-    // The chart's frame (18, 42, 292, 52) from the bottom left, in the image's top-left coordinates.
+    EXPECT_EQ(qAlpha(plain.image.pixel(0, 0)), 255) << "the menu's panel is under the card";
+    EXPECT_EQ(plain.image.pixel(0, 0), plain.image.pixel(plain.image.width() - 1, 0))
+        << "no frame of its own";
+    // The chart's frame (18, 42, 292, 52) from the bottom left, in the image's top-left coordinates, doubled.
     const auto [inChart, elsewhere] =
-        differences(plain.image, hovered.image, QRect(18, 190 - 42 - 52, 292, 52));
+        differences(plain.image, hovered.image, QRect(36, 2 * (190 - 42 - 52), 584, 104));
     EXPECT_GT(inChart, 200) << "the marker, its guide line and the value bubble";
     EXPECT_EQ(elsewhere, 0);
+    EXPECT_NE(hovered.image, CardImage::draw(card, fake.formatter, fake.clock, 2, 2).image);
 }
 
-TEST_F(CardImageTest, PointingAtDifferentSamplesDrawsDifferentMarkers) {
-    const Card card = dashboard({"110.00", "100.00", "105.00"});
-
-    const CardImage::Drawing first = CardImage::draw(card, fake.formatter, fake.clock, 0, 1);
-    const CardImage::Drawing last = CardImage::draw(card, fake.formatter, fake.clock, 2, 1);
-
-    EXPECT_NE(first.image, last.image);
+TEST_F(CardImageTest, AChartOfOneSampleHasNoLineToPointAt) {
+    EXPECT_EQ(CardImage::draw(dashboard({"1"}), fake.formatter, fake.clock, 0, 2).message,
+              "the chart has no sample 0; it draws no line to point at");
 }
-
-struct MissingSampleCase {
-    const char* name;
-    std::vector<std::string> balances;
-    std::int64_t index;
-    std::string message;
-};
-
-void PrintTo(const MissingSampleCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class CardImageMissingSampleTest : public CardImageTest,
-                                   public ::testing::WithParamInterface<MissingSampleCase> {};
-
-TEST_P(CardImageMissingSampleTest, ASampleTheChartDoesNotHaveIsNamed) {
-    const MissingSampleCase& c = GetParam();
-    const Card card = c.balances.empty() ? *delegate.statusCard("Quorvane", "No API key yet", "detail").card
-                                         : dashboard(c.balances);
-
-    const CardImage::Drawing drawing = CardImage::draw(card, fake.formatter, fake.clock, c.index, 2);
-
-    EXPECT_EQ(drawing.outcome, CardImage::Outcome::NoSuchSample);
-    EXPECT_EQ(drawing.message, c.message);
-    EXPECT_TRUE(drawing.image.isNull());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, CardImageMissingSampleTest,
-    ::testing::Values(
-        MissingSampleCase{
-            "PastTheEnd", {"1", "2", "3"}, 3, "the chart has no sample 3; its samples are 0 to 2"},
-        MissingSampleCase{"Negative", {"1", "2"}, -1, "the chart has no sample -1; its samples are 0 to 1"},
-        MissingSampleCase{"OneSample", {"1"}, 0, "the chart has no sample 0; it draws no line to point at"},
-        MissingSampleCase{"StatusCard", {}, 0, "the card has no chart to point at"}),
-    [](const auto& test) { return std::string(test.param.name); });
 
 } // namespace
 } // namespace quorvane

@@ -1,306 +1,201 @@
-// What the command line shows for each answer of the balance endpoint, and the spend it derives.
+// What the command line shows for each answer of the balance endpoint, the spend it derives, and what it
+// keeps between runs.
 #include "ProgramHarness.h"
 #include "fakes/BalanceBody.h"
+#include "platform/Defaults.h"
+#include "platform/QtSettingsStore.h"
+#include "tracking/BalanceHistory.h"
+#include "tracking/HistoryCodec.h"
 
-#include <gtest/gtest.h>
-
-#include <ostream>
+#include <QDateTime>
 
 namespace quorvane {
 namespace {
 
-const std::string kWhale = "\xF0\x9F\x90\x8B";
-const std::string kWarning = "\xE2\x9A\xA0\xEF\xB8\x8F";
-
-struct AnswerCase {
-    const char* name;
-    int status;
-    std::string body;
-    std::string title;
-    std::string className;
-};
-
-void PrintTo(const AnswerCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class ProgramAnswerTest : public ::testing::TestWithParam<AnswerCase> {
-protected:
-    ProgramHarness program;
-};
-
-TEST_P(ProgramAnswerTest, TheTitleAndTheStatusClassFollowTheAnswer) {
-    const AnswerCase& c = GetParam();
-    program.answer(c.status, QByteArray::fromStdString(c.body));
-
-    const ProgramHarness::Result saved =
-        program.run({"key", "set"}, QByteArray::fromStdString(ProgramHarness::kKey));
-    const ProgramHarness::Result status = program.run({"status"});
-    const ProgramHarness::Result json = program.run({"status", "--json"});
-
-    EXPECT_EQ(saved.out, c.title + "\n");
-    EXPECT_EQ(status.out, c.title + "\n");
-    EXPECT_EQ(status.exitCode, 0) << "a failed refresh is shown, not a failed command";
-    EXPECT_EQ(status.err, "");
-    EXPECT_NE(json.out.find("\"class\":\"" + c.className + "\"}\n"), std::string::npos) << json.out;
-    EXPECT_EQ(json.out.rfind("{\"text\":\"" + c.title + "\",\"tooltip\":\"Quorvane", 0), 0u) << json.out;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Answers, ProgramAnswerTest,
-    ::testing::Values(
-        AnswerCase{"Healthy", 200, balanceBody({{"USD", "110.00"}}),
-                   kWhale + " $\xC2\xA0"
-                            "110.00",
-                   "ok"},
-        AnswerCase{"TwoDecimalsAtMost", 200, balanceBody({{"USD", "12.3456"}}),
-                   kWhale + " $\xC2\xA0"
-                            "12.35",
-                   "ok"},
-        AnswerCase{"UsdAtItsThreshold", 200, balanceBody({{"USD", "1.00"}}),
-                   kWarning + " $\xC2\xA0"
-                              "1.00",
-                   "low"},
-        AnswerCase{"UsdJustAbove", 200, balanceBody({{"USD", "1.01"}}),
-                   kWhale + " $\xC2\xA0"
-                            "1.01",
-                   "ok"},
-        AnswerCase{"CnyAtItsThreshold", 200, balanceBody({{"CNY", "10"}}),
-                   kWarning + " CN\xC2\xA5\xC2\xA0"
-                              "10.00",
-                   "low"},
-        AnswerCase{"UsdPreferredOverAnEarlierCny", 200, balanceBody({{"CNY", "5"}, {"USD", "3"}}),
-                   kWhale + " $\xC2\xA0"
-                            "3.00",
-                   "ok"},
-        AnswerCase{"UnreadableAmount", 200, balanceBody({{"USD", "n/a"}}),
-                   kWarning + " $\xC2\xA0"
-                              "0.00",
-                   "low"},
-        AnswerCase{"NoEntries", 200, balanceBody({}), kWhale + " 0", "ok"},
-        AnswerCase{"Unavailable", 200, balanceBody({{"USD", "25"}}, false),
-                   kWhale + " $\xC2\xA0"
-                            "25.00",
-                   "ok"},
-        AnswerCase{"Unauthorized", 401, R"({"error":{"message":"Authentication Fails"}})", kWhale + " !",
-                   "error"},
-        AnswerCase{"NotJson", 200, "<html>maintenance</html>", kWhale + " !", "error"},
-        AnswerCase{"AmountAsNumber", 200,
-                   R"({"is_available":true,"balance_infos":[{"currency":"USD","total_balance":1,)"
-                   R"("granted_balance":"0","topped_up_balance":"1"}]})",
-                   kWhale + " !", "error"}),
-    [](const auto& test) { return std::string(test.param.name); });
-
-struct ErrorLineCase {
-    const char* name;
-    int status;
-    QByteArray body;
-    std::string error;
-};
-
-void PrintTo(const ErrorLineCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class ProgramErrorLineTest : public ::testing::TestWithParam<ErrorLineCase> {
-protected:
-    ProgramHarness program;
-};
-
-TEST_P(ProgramErrorLineTest, TheErrorLineQuotesTheBodysFirstEightyCharacters) {
-    const ErrorLineCase& c = GetParam();
-    program.answer(c.status, c.body);
-    program.saveKey();
-
-    const ProgramHarness::Result summary = program.run({"summary"});
-    const ProgramHarness::Result menu = program.run({"menu"});
-
-    EXPECT_EQ(summary.out, "Quorvane error: " + c.error + "\n");
-    EXPECT_NE(menu.out.find("[card status]\n  " + kWhale + " Quorvane\n  Could not refresh balance\n  " +
-                            kWarning + " " + c.error + "\n---\n"),
-              std::string::npos)
-        << menu.out;
-}
-
-QByteArray repeated(const QByteArray& piece, int count) {
-    QByteArray text;
+std::string repeated(const std::string& piece, int count) {
+    std::string text;
     for (int i = 0; i < count; ++i) {
         text += piece;
     }
     return text;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Bodies, ProgramErrorLineTest,
-    ::testing::Values(ErrorLineCase{"LongAscii", 401, repeated("0123456789", 20),
-                                    "HTTP 401 " + repeated("0123456789", 8).toStdString()},
-                      ErrorLineCase{"ShortBody", 429, "slow down", "HTTP 429 slow down"},
-                      ErrorLineCase{"EmptyBody", 502, "", "HTTP 502 "},
-                      ErrorLineCase{"NotUtf8", 500, "\xFF\xFE" + repeated("x", 100), "HTTP 500 "},
-                      ErrorLineCase{"CharactersNotBytes", 503, repeated("\xC3\xA9", 100),
-                                    "HTTP 503 " + repeated("\xC3\xA9", 80).toStdString()},
-                      ErrorLineCase{"Status300", 300, "moved", "HTTP 300 moved"}),
-    [](const auto& test) { return std::string(test.param.name); });
+// Each answer gets a fresh home: the title key set prints, the class of "status --json" and a part of the
+// text menu. A failed refresh is shown, not a failed command.
+TEST(ProgramAnswerTest, TheTitleClassAndMenuFollowTheAnswer) {
+    const struct {
+        int status;
+        std::string body;
+        std::string title;
+        std::string className;
+        std::string menu;
+    } cases[] = {
+        // The title prefers USD; the details keep the answer's order.
+        {200, balanceBody({{"CNY", "20.5"}, {"USD", "110.00"}}), "🐋 $ 110.00", "ok",
+         "Details >\n  Remaining: CN¥ 20.50\n  Granted: CN¥ 0.00\n  Topped up: CN¥ 20.50\n"
+         "  Today spent: CN¥ 0.00\n  Since baseline: CN¥ 0.00\n  🟢 Balance looks healthy\n  ---\n"
+         "  Remaining: $ 110.00\n  Granted: $ 0.00\n  Topped up: $ 110.00\n"},
+        {200, balanceBody({{"USD", "1.00"}}), "⚠️ $ 1.00", "low", "  ⚠️ Low balance warning\n"},
+        {200, balanceBody({}), "🐋 0", "ok",
+         "[chart 0 points]\n  Updated 0 sec. ago • 1 min auto-refresh\n---\nNo balance returned\n"
+         "Details >\n  API status: ready\n  Updated: 0 sec. ago\n---\n"},
+        {200, balanceBody({{"USD", "25"}}, false), "🐋 $ 25.00", "ok",
+         "  $ 25.00\n  Today $ 0.00\n  No balance\n"},
+        // The error line quotes the body's first eighty characters, not bytes.
+        {401, repeated("é123456789", 20), "🐋 !", "error",
+         "[card status]\n  🐋 Quorvane\n  Could not refresh balance\n  ⚠️ HTTP 401 " +
+             repeated("é123456789", 8) + "\n---\n"},
+        {500, "\xFF\xFE" + repeated("x", 100), "🐋 !", "error", "  ⚠️ HTTP 500 \n---\n"},
+    };
+    for (const auto& c : cases) {
+        ProgramHarness program;
+        program.answer(c.status, QByteArray::fromStdString(c.body));
 
-class ProgramBalanceTest : public ::testing::Test {
-protected:
-    ProgramHarness program;
-};
+        const ProgramHarness::Result saved =
+            program.run({"key", "set"}, QByteArray::fromStdString(ProgramHarness::kKey));
+        const ProgramHarness::Result json = program.run({"status", "--json"});
+        const ProgramHarness::Result menu = program.run({"menu"});
 
-TEST_F(ProgramBalanceTest, TwoCurrenciesAreBothSummarisedAndDetailed) {
-    program.answerBalances({{"USD", "110.00"}, {"CNY", "20.5"}});
-    program.saveKey();
-
-    const ProgramHarness::Result summary = program.run({"summary"});
-    const ProgramHarness::Result menu = program.run({"menu"});
-
-    EXPECT_EQ(withoutTimes(summary.out), "Quorvane\n"
-                                         "Updated: <time>\n"
-                                         "USD remaining: $\xC2\xA0"
-                                         "110.00\n"
-                                         "USD today spent: $\xC2\xA0"
-                                         "0.00\n"
-                                         "USD since baseline: $\xC2\xA0"
-                                         "0.00\n"
-                                         "CNY remaining: CN\xC2\xA5\xC2\xA0"
-                                         "20.50\n"
-                                         "CNY today spent: CN\xC2\xA5\xC2\xA0"
-                                         "0.00\n"
-                                         "CNY since baseline: CN\xC2\xA5\xC2\xA0"
-                                         "0.00\n");
-    EXPECT_NE(menu.out.find("Details >\n"
-                            "  Remaining: $\xC2\xA0"
-                            "110.00\n"
-                            "  Granted: $\xC2\xA0"
-                            "0.00\n"
-                            "  Topped up: $\xC2\xA0"
-                            "110.00\n"
-                            "  Today spent: $\xC2\xA0"
-                            "0.00\n"
-                            "  Since baseline: $\xC2\xA0"
-                            "0.00\n"
-                            "  \xF0\x9F\x9F\xA2 Balance looks healthy\n"
-                            "  ---\n"
-                            "  Remaining: CN\xC2\xA5\xC2\xA0"
-                            "20.50\n"
-                            "  Granted: CN\xC2\xA5\xC2\xA0"
-                            "0.00\n"
-                            "  Topped up: CN\xC2\xA5\xC2\xA0"
-                            "20.50\n"
-                            "  Today spent: CN\xC2\xA5\xC2\xA0"
-                            "0.00\n"
-                            "  Since baseline: CN\xC2\xA5\xC2\xA0"
-                            "0.00\n"
-                            "  \xF0\x9F\x9F\xA2 Balance looks healthy\n"
-                            "  ---\n"
-                            "  API status: ready\n"
-                            "  Updated: 0 sec. ago\n"),
-              std::string::npos)
-        << menu.out;
+        EXPECT_EQ(saved.exitCode, 0);
+        EXPECT_EQ(saved.out, money(c.title) + "\n");
+        EXPECT_EQ(json.exitCode, 0);
+        EXPECT_EQ(json.err, "");
+        EXPECT_EQ(json.out.rfind("{\"text\":\"" + money(c.title) + "\",\"tooltip\":\"Quorvane", 0), 0u)
+            << json.out;
+        EXPECT_TRUE(json.out.ends_with("\",\"class\":\"" + c.className + "\"}\n")) << json.out;
+        EXPECT_NE(menu.out.find(money(c.menu)), std::string::npos) << menu.out;
+        program.expectKeyOnlyInTheSecretStore();
+    }
 }
 
-TEST_F(ProgramBalanceTest, AnEmptyListShowsNoBalanceAndAShortDetailsMenu) {
-    program.answerBalances({});
+// Spend is the stored baseline minus the current balance: a lower second reading shows it, and a reset
+// starts counting again from the next reading. The JSON of this state is given exactly.
+TEST_F(ProgramTest, ALowerBalanceIsSpendUntilTheBaselineIsReset) {
+    // Balances are kept exact, however many digits they have.
+    program.answerBalances({{"USD", "110.0000000000000000001"}});
     program.saveKey();
-
-    const ProgramHarness::Result menu = program.run({"menu"});
-    const ProgramHarness::Result summary = program.run({"summary"});
-
-    const std::string top = kWhale +
-                            " 0\n"
-                            "[card dashboard]\n"
-                            "  " +
-                            kWhale +
-                            " Quorvane\n"
-                            "  No balance\n"
-                            "  Today -\n"
-                            "  Ready\n"
-                            "  [chart 0 points]\n"
-                            "  Updated 0 sec. ago \xE2\x80\xA2 1 min auto-refresh\n"
-                            "---\n"
-                            "No balance returned\n"
-                            "Details >\n"
-                            "  API status: ready\n"
-                            "  Updated: 0 sec. ago\n"
-                            "---\n"
-                            "\xF0\x9F\x94\x84 Refresh Now  (r)\n";
-    EXPECT_EQ(menu.out.substr(0, top.size()), top);
-    EXPECT_EQ(withoutTimes(summary.out), "Quorvane\nUpdated: <time>\n");
-}
-
-TEST_F(ProgramBalanceTest, AnUnavailableAccountSaysSoInRed) {
-    program.answerBalances({{"USD", "25"}}, false);
-    program.saveKey();
-
-    const ProgramHarness::Result menu = program.run({"menu"});
-    const ProgramHarness::Result json = program.run({"menu", "--json"});
-
-    EXPECT_NE(menu.out.find("  $\xC2\xA0"
-                            "25.00\n  Today $\xC2\xA0"
-                            "0.00\n  No balance\n"),
-              std::string::npos)
-        << menu.out;
-    EXPECT_NE(menu.out.find("  API status: no balance\n"), std::string::npos) << menu.out;
-    EXPECT_NE(json.out.find(R"({"text":"No balance","frame":[178,131,130,18],"fontSize":12,)"
-                            R"("fontWeight":"semibold","color":"systemRed","alignment":"right"})"),
-              std::string::npos)
-        << json.out;
-    EXPECT_NE(json.out.find(R"("accentColor":"systemTeal")"), std::string::npos) << "25 is a healthy balance";
-}
-
-// Spend is the stored baseline minus the current balance: a lower second
-// reading shows it, and a reset starts counting again from the next reading.
-TEST_F(ProgramBalanceTest, ALowerBalanceIsSpendUntilTheBaselineIsReset) {
-    program.answerBalances({{"USD", "110.00"}});
-    program.saveKey();
-
     program.answerBalances({{"USD", "107.25"}});
-    const ProgramHarness::Result spent = program.run({"menu"});
+
+    const ProgramHarness::Result menu = program.run({"menu", "--json"});
+    const ProgramHarness::Result status = program.run({"status", "--json"});
     const ProgramHarness::Result reset = program.run({"baseline", "reset"});
     program.answerBalances({{"USD", "106.00"}});
-    const ProgramHarness::Result after = program.run({"menu"});
     const ProgramHarness::Result summary = program.run({"summary"});
 
-    EXPECT_NE(spent.out.find("  $\xC2\xA0"
-                             "107.25\n  Today $\xC2\xA0"
-                             "2.75\n"),
-              std::string::npos)
-        << spent.out;
-    EXPECT_NE(spent.out.find("\nToday: $\xC2\xA0"
-                             "2.75\nBaseline: $\xC2\xA0"
-                             "2.75\n"),
-              std::string::npos)
-        << spent.out;
+    const auto item = [](const std::string& title, const std::string& command = "",
+                         const std::string& key = "", int tag = 0, const char* state = "off") {
+        return R"({"title":")" + title + R"(","enabled":true,"command":)" +
+               (command.empty() ? "null" : "\"" + command + "\"") + R"(,"key":")" + key + R"(","tag":)" +
+               std::to_string(tag) + R"(,"state":")" + state + "\"}";
+    };
+    const auto submenu = [&](const std::string& title, const std::string& items) {
+        return item(title).substr(0, item(title).size() - 1) + R"(,"submenu":[)" + items + "]}";
+    };
+    const std::string separator = R"({"separator":true})";
+    EXPECT_EQ(menu.exitCode, 0);
+    EXPECT_EQ(
+        withoutTimes(menu.out),
+        money(
+            R"({"title":"🐋 $ 107.25","toolTip":"Quorvane","menu":[)"
+            R"({"card":{"kind":"dashboard","width":330,"height":190,"labels":[)"
+            R"({"text":"🐋 Quorvane","frame":[18,158,290,22],"fontSize":15,"fontWeight":"semibold","color":"label","alignment":"natural"},)"
+            R"({"text":"$ 107.25","frame":[18,122,150,34],"fontSize":26,"fontWeight":"bold","color":"label","alignment":"natural"},)"
+            R"({"text":"Today $ 2.75","frame":[18,104,140,18],"fontSize":12,"fontWeight":"regular","color":"secondaryLabel","alignment":"natural"},)"
+            R"({"text":"Ready","frame":[178,131,130,18],"fontSize":12,"fontWeight":"semibold","color":"systemGreen","alignment":"right"},)"
+            R"({"text":"Updated 0 sec. ago • 1 min auto-refresh","frame":[18,17,292,16],"fontSize":11,"fontWeight":"regular","color":"tertiaryLabel","alignment":"natural"}],)"
+            R"("chart":{"frame":[18,42,292,52],"accentColor":"systemTeal","points":[)"
+            R"({"timestamp":"<time>","currency":"USD","balance":"110.0000000000000000001"},)"
+            R"({"timestamp":"<time>","currency":"USD","balance":"107.25"}]}}},)" +
+            separator + "," + item("Today: $ 2.75") + "," + item("Baseline: $ 2.75") + "," +
+            item("⏱ Auto-refresh: every 1 min") + "," +
+            submenu("Details", item("Remaining: $ 107.25") + "," + item("Granted: $ 0.00") + "," +
+                                   item("Topped up: $ 107.25") + "," + item("Today spent: $ 2.75") + "," +
+                                   item("Since baseline: $ 2.75") + "," + item("🟢 Balance looks healthy") +
+                                   "," + separator + "," + item("API status: ready") + "," +
+                                   item("Updated: 0 sec. ago")) +
+            "," + separator + "," + item("🔄 Refresh Now", "refreshClicked", "r") + "," +
+            item("📋 Copy Summary", "copySummaryClicked", "c") + "," +
+            submenu("Settings", item("⏱ Auto-refresh: On", "toggleAutoRefreshClicked") + "," +
+                                    submenu("Refresh Interval: 1 min",
+                                            item("30 sec", "refreshIntervalClicked:", "", 30) + "," +
+                                                item("1 min", "refreshIntervalClicked:", "", 60, "on") + "," +
+                                                item("5 min", "refreshIntervalClicked:", "", 300) + "," +
+                                                item("15 min", "refreshIntervalClicked:", "", 900)) +
+                                    "," + separator + "," + item("Set API Key...", "setAPIKeyClicked", ",") +
+                                    "," + item("Reset Spend Baseline", "resetBaselineClicked") + "," +
+                                    item("Clear Usage History", "clearHistoryClicked") + "," +
+                                    item("Remove API Key", "removeAPIKeyClicked") + "," + separator + "," +
+                                    item("Open DeepSeek Billing", "openBillingClicked", "b")) +
+            "," + separator + "," + item("⌘ Quit", "quitClicked", "q") + "]}\n"));
+    EXPECT_EQ(withoutTimes(status.out),
+              money(R"({"text":"🐋 $ 107.25","tooltip":"Quorvane\nUpdated: <time>\nUSD remaining: $ 107.25\n)"
+                    R"(USD today spent: $ 2.75\nUSD since baseline: $ 2.75","class":"ok"})"
+                    "\n"));
     EXPECT_EQ(reset.exitCode, 0);
-    EXPECT_EQ(reset.out, kWhale + " $\xC2\xA0"
-                                  "107.25\n");
-    EXPECT_NE(after.out.find("\nToday: $\xC2\xA0"
-                             "1.25\nBaseline: $\xC2\xA0"
-                             "1.25\n"),
-              std::string::npos)
-        << after.out;
-    EXPECT_EQ(withoutTimes(summary.out), "Quorvane\n"
-                                         "Updated: <time>\n"
-                                         "USD remaining: $\xC2\xA0"
-                                         "106.00\n"
-                                         "USD today spent: $\xC2\xA0"
-                                         "1.25\n"
-                                         "USD since baseline: $\xC2\xA0"
-                                         "1.25\n");
+    EXPECT_EQ(reset.out, money("🐋 $ 107.25\n"));
+    EXPECT_EQ(withoutTimes(summary.out),
+              money("Quorvane\nUpdated: <time>\nUSD remaining: $ 106.00\nUSD today spent: $ 1.25\n"
+                    "USD since baseline: $ 1.25\n"));
 }
 
-TEST_F(ProgramBalanceTest, ATopUpShowsNoSpendAndKeepsTheBaseline) {
-    program.answerBalances({{"USD", "10.00"}});
+// The card's chart keeps the newest 48 samples; clearing the history empties it until the next reading.
+TEST_F(ProgramTest, TheChartKeepsFortyEightSamplesUntilTheHistoryIsCleared) {
+    program.answerBalances({{"USD", "50.00"}});
     program.saveKey();
-    program.answerBalances({{"USD", "30.00"}});
-    program.run({"status"});
-    program.answerBalances({{"USD", "9.50"}});
+    // Samples 100, 101, ..., 159 in USD, one a minute up to a minute ago.
+    const double now = static_cast<double>(QDateTime::currentSecsSinceEpoch());
+    std::vector<BalancePoint> points;
+    for (int i = 0; i < 60; ++i) {
+        points.push_back(
+            {Timestamp::fromUnixSeconds(now - (60 - i) * 60.0), "USD", Decimal::fromInteger(100 + i)});
+    }
+    {
+        QtSettingsStore store(program.settingsFile());
+        Defaults(store).setData(std::string(BalanceHistory::kHistoryKey), HistoryCodec::encode(points));
+    }
 
+    const std::string json = program.run({"menu", "--json"}).out;
+    const qsizetype requests = program.requestCount();
+    const ProgramHarness::Result cleared = program.run({"history", "clear"});
+    const qsizetype afterClear = program.requestCount();
     const ProgramHarness::Result menu = program.run({"menu"});
 
-    EXPECT_NE(menu.out.find("\nToday: $\xC2\xA0"
-                            "0.50\nBaseline: $\xC2\xA0"
-                            "0.50\n"),
+    std::size_t count = 0;
+    for (std::size_t at = json.find(R"("currency":"USD")"); at != std::string::npos;
+         at = json.find(R"("currency":"USD")", at + 1)) {
+        ++count;
+    }
+    EXPECT_EQ(count, 48u);
+    EXPECT_NE(json.find(R"("points":[{"timestamp":")"), std::string::npos) << json;
+    EXPECT_NE(json.find(R"(","currency":"USD","balance":"113"},)"), std::string::npos)
+        << "the 14th stored is the oldest";
+    EXPECT_EQ(json.find(R"("balance":"112")"), std::string::npos);
+    EXPECT_NE(json.find(R"("balance":"50"}]}}})"), std::string::npos) << "the newest is this run's reading";
+    EXPECT_EQ(cleared.exitCode, 0);
+    EXPECT_EQ(cleared.out, "Usage history cleared.\n");
+    EXPECT_EQ(afterClear, requests) << "clearing refreshes nothing";
+    EXPECT_NE(menu.out.find("  [chart 1 points]\n"), std::string::npos) << menu.out;
+}
+
+TEST_F(ProgramTest, IntervalAndAutoRefreshSurviveBetweenRunsAndSendNothing) {
+    program.answerBalances({{"USD", "50.00"}});
+    program.saveKey();
+
+    const ProgramHarness::Result interval = program.run({"interval", "300"});
+    const ProgramHarness::Result off = program.run({"auto-refresh", "off"});
+    const ProgramHarness::Result on = program.run({"auto-refresh", "on"});
+    const qsizetype requests = program.requestCount();
+    program.run({"auto-refresh", "off"});
+    const ProgramHarness::Result menu = program.run({"menu"});
+
+    EXPECT_EQ(interval.out, "Refresh interval: 5 min\n");
+    EXPECT_EQ(off.out, "Auto-refresh: off\n");
+    EXPECT_EQ(on.out, "Auto-refresh: on, every 5 min\n");
+    EXPECT_EQ(requests, 1) << "only key set asked the server";
+    EXPECT_NE(menu.out.find("⏸ Auto-refresh: off\nDetails >\n"), std::string::npos) << menu.out;
+    EXPECT_NE(menu.out.find("  Updated 0 sec. ago • 5 min auto-refresh\n"), std::string::npos);
+    EXPECT_NE(menu.out.find("Settings >\n  ⏸ Auto-refresh: Off\n  Refresh Interval: 5 min >\n"
+                            "      30 sec\n      1 min\n    ✓ 5 min\n      15 min\n"),
               std::string::npos)
         << menu.out;
 }

@@ -3,6 +3,7 @@
 #include "EventLoopWait.h"
 #include "fakes/BalanceBody.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -84,10 +85,39 @@ QStringList ProgramHarness::filesUnderHome() const {
     return files;
 }
 
+void ProgramHarness::expectKeyOnlyInTheSecretStore() const {
+    for (const Result& result : m_results) {
+        EXPECT_EQ(result.out.find(kKey), std::string::npos) << result.out;
+        EXPECT_EQ(result.err.find(kKey), std::string::npos) << result.err;
+    }
+    for (const QString& path : filesUnderHome()) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        const bool holdsKey = file.readAll().contains(QByteArray::fromStdString(kKey));
+        EXPECT_EQ(holdsKey, path == secretsFile()) << path.toStdString();
+    }
+}
+
 std::string withoutTimes(const std::string& text) {
     const std::regex updated(R"(Updated: \d{4}-\d\d-\d\d \d\d:\d\d:\d\d \+0000)");
     const std::regex iso(R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z)");
     return std::regex_replace(std::regex_replace(text, updated, "Updated: <time>"), iso, "<time>");
 }
 
+std::string money(std::string text) {
+    for (const std::string sign : {"$ ", "CN¥ "}) {
+        for (std::size_t at = text.find(sign); at != std::string::npos; at = text.find(sign, at + 1)) {
+            text.replace(at + sign.size() - 1, 1, "\xC2\xA0");
+        }
+    }
+    return text;
+}
+
 } // namespace quorvane
+
+// The whole-program tests' own event loop serves the loopback server while quorvane runs.
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    QCoreApplication app(argc, argv);
+    return RUN_ALL_TESTS();
+}

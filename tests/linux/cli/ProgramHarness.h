@@ -8,17 +8,20 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
 namespace quorvane {
 
+inline const std::string kWhale = "🐋";
+
 // Every run starts the binary afresh, as a shell or a status bar does, with
 // a clean environment apart from PATH: HOME and XDG_CONFIG_HOME in a folder
 // of the harness's own, the file secret store, no display, the offscreen Qt
-// platform, the C.UTF-8 locale (whose ICU locale writes "$" and a no-break space
-// before an amount) and UTC.
+// platform, the C.UTF-8 locale (whose ICU locale writes a no-break space
+// after "$" and "CN¥") and UTC.
 // The server answers only while a run is waited for, in the test's event loop.
 class ProgramHarness {
 public:
@@ -34,8 +37,6 @@ public:
     ProgramHarness();
 
     Result run(const QStringList& arguments, const QByteArray& input = {});
-    // Every result so far, for checks that span them all.
-    const std::vector<Result>& results() const { return m_results; }
 
     // The server answers every request this way until told otherwise.
     void answer(int status, const QByteArray& body);
@@ -43,7 +44,7 @@ public:
                         bool isAvailable = true);
     // Saves kKey through "key set", which also makes one request.
     void saveKey();
-    LoopbackHttpServer& server() { return m_server; }
+    const QList<QByteArray>& requestHeads() const { return m_server.requestHeads(); }
     qsizetype requestCount() const { return m_server.requestHeads().size(); }
 
     QProcessEnvironment& environment() { return m_environment; }
@@ -52,6 +53,8 @@ public:
     QString secretsFile() const;
     // Every regular file under the home folder, recursively.
     QStringList filesUnderHome() const;
+    // The key in no output of any run so far and in no file but the secret store.
+    void expectKeyOnlyInTheSecretStore() const;
 
 private:
     QTemporaryDir m_home;
@@ -60,8 +63,19 @@ private:
     std::vector<Result> m_results;
 };
 
+// Every whole-program test ends by looking for the key wherever it must not be.
+class ProgramTest : public ::testing::Test {
+protected:
+    ProgramHarness program;
+
+    void TearDown() override { program.expectKeyOnlyInTheSecretStore(); }
+};
+
 // The output with the moments that change from run to run replaced: the
 // summary's "Updated: ..." time and ISO timestamps become "<time>".
 std::string withoutTimes(const std::string& text);
+// Expected texts are written with a plain blank after "$" and "CN¥"; this puts the locale's no-break space
+// there.
+std::string money(std::string text);
 
 } // namespace quorvane

@@ -1,197 +1,122 @@
-// The key's way in and out through the command line, and that it never shows.
+// The key's way in and out through the command line, and the answers to what the command line cannot do.
 #include "ProgramHarness.h"
 
-#include <QFile>
-#include <gtest/gtest.h>
-
-#include <ostream>
+#include <QImage>
 
 namespace quorvane {
 namespace {
 
-const std::string kWhale = "\xF0\x9F\x90\x8B";
-
-class ProgramKeyTest : public ::testing::Test {
-protected:
-    ProgramHarness program;
-};
-
-TEST_F(ProgramKeyTest, WithoutAKeyStatusAsksForOneAndSendsNothing) {
+TEST_F(ProgramTest, WithoutAKeyNothingIsSentAndEveryCommandSaysSo) {
     program.answerBalances({{"USD", "110.00"}});
+    const QString png = program.home() + "/status.png";
 
-    const ProgramHarness::Result plain = program.run({"status"});
+    const ProgramHarness::Result status = program.run({"status"});
     const ProgramHarness::Result json = program.run({"status", "--json"});
+    const ProgramHarness::Result menu = program.run({"menu", "--json"});
+    const ProgramHarness::Result card = program.run({"card", "--png", png});
+    const ProgramHarness::Result hover = program.run({"card", "--png", png, "--hover", "0"});
 
-    EXPECT_EQ(plain.exitCode, 0);
-    EXPECT_EQ(plain.out, kWhale + " Key?\n");
-    EXPECT_EQ(plain.err, "");
-    EXPECT_EQ(json.exitCode, 0);
-    EXPECT_EQ(json.out,
-              "{\"text\":\"" + kWhale +
-                  " Key?\",\"tooltip\":\"Quorvane has no balance data yet.\",\"class\":\"nokey\"}\n");
+    EXPECT_EQ(status.exitCode, 0);
+    EXPECT_EQ(status.out, kWhale + " Key?\n");
+    EXPECT_EQ(status.err, "");
+    EXPECT_EQ(json.out, R"({"text":"🐋 Key?","tooltip":"Quorvane has no balance data yet.","class":"nokey"})"
+                        "\n");
+    EXPECT_EQ(menu.out.rfind(R"({"title":"🐋 Key?","toolTip":"Quorvane","menu":[{"card":{"kind":"status",)"
+                             R"("width":310,"height":86,"labels":[{"text":"🐋 Quorvane","frame")",
+                             0),
+              0u)
+        << menu.out;
+    EXPECT_NE(menu.out.find(R"("alignment":"natural"}],"chart":null}},{"separator":true},)"),
+              std::string::npos);
+    EXPECT_EQ(card.exitCode, 0) << card.err;
+    EXPECT_EQ(QImage(png).size(), QSize(620, 172));
+    EXPECT_EQ(hover.exitCode, 2);
+    EXPECT_EQ(hover.err,
+              "quorvane card: --hover 0: the card has no chart to point at; see 'quorvane card --help'\n");
     EXPECT_EQ(program.requestCount(), 0);
 }
 
-TEST_F(ProgramKeyTest, WithoutAKeyTheMenuOffersToAddOne) {
-    const ProgramHarness::Result menu = program.run({"menu"});
-
-    EXPECT_EQ(menu.exitCode, 0);
-    EXPECT_EQ(menu.out, kWhale +
-                            " Key?\n"
-                            "[card status]\n"
-                            "  " +
-                            kWhale +
-                            " Quorvane\n"
-                            "  No API key yet\n"
-                            "  \xF0\x9F\x94\x90 Add your key to start tracking\n"
-                            "---\n"
-                            "\xF0\x9F\x94\x84 Refresh Now  (r)\n"
-                            "\xF0\x9F\x93\x8B Copy Summary  (c)\n"
-                            "Settings >\n"
-                            "  \xE2\x8F\xB1 Auto-refresh: On\n"
-                            "  Refresh Interval: 1 min >\n"
-                            "      30 sec\n"
-                            "    \xE2\x9C\x93 1 min\n"
-                            "      5 min\n"
-                            "      15 min\n"
-                            "  ---\n"
-                            "  Set API Key...  (,)\n"
-                            "  Reset Spend Baseline\n"
-                            "  Clear Usage History\n"
-                            "  Remove API Key\n"
-                            "  ---\n"
-                            "  Open DeepSeek Billing  (b)\n"
-                            "---\n"
-                            "\xE2\x8C\x98 Quit  (q)\n");
-    EXPECT_EQ(program.requestCount(), 0);
-}
-
-TEST_F(ProgramKeyTest, AKeyFromStandardInputIsTrimmedAndSentExactlyOnce) {
+// The store keeps the trimmed key; a refused input keeps the earlier one; removing it stops the requests.
+TEST_F(ProgramTest, AKeyIsReadTrimmedFromStandardInputKeptAndRemoved) {
     program.answerBalances({{"USD", "110.00"}});
+    const std::string bearer = "Authorization: Bearer " + ProgramHarness::kKey + "\r";
 
     const ProgramHarness::Result saved =
         program.run({"key", "set"}, QByteArray::fromStdString(" \t " + ProgramHarness::kKey + "\r\n\n"));
+    ASSERT_EQ(program.requestCount(), 1);
+    const QList<QByteArray> head = program.requestHeads().front().split('\n');
+    const ProgramHarness::Result blank = program.run({"key", "set"}, " \t \r\n \n");
+    const ProgramHarness::Result tooLong = program.run({"key", "set"}, QByteArray(65537, 'k'));
+    const ProgramHarness::Result status = program.run({"status"});
+    const QList<QByteArray> again = program.requestHeads().back().split('\n');
+    const ProgramHarness::Result removed = program.run({"key", "remove"});
+    const ProgramHarness::Result removedAgain = program.run({"key", "remove"});
+    const ProgramHarness::Result keyless = program.run({"status"});
 
     EXPECT_EQ(saved.exitCode, 0) << saved.err;
-    EXPECT_EQ(saved.out, kWhale + " $\xC2\xA0"
-                                  "110.00\n");
-    ASSERT_EQ(program.requestCount(), 1);
-    const QList<QByteArray> head = program.server().requestHeads().front().split('\n');
+    EXPECT_EQ(saved.out, money("🐋 $ 110.00\n"));
     EXPECT_EQ(head.front(), "GET /user/balance HTTP/1.1\r");
-    EXPECT_TRUE(
-        head.contains(QByteArray::fromStdString("Authorization: Bearer " + ProgramHarness::kKey + "\r")));
+    EXPECT_TRUE(head.contains(QByteArray::fromStdString(bearer)));
     EXPECT_TRUE(head.contains("Accept: application/json\r"));
-
-    // The next run reads the same key back from the store.
-    EXPECT_EQ(program.run({"status"}).out, kWhale + " $\xC2\xA0"
-                                                    "110.00\n");
-    EXPECT_TRUE(program.server().requestHeads().back().contains(
-        QByteArray::fromStdString("Authorization: Bearer " + ProgramHarness::kKey + "\r\n")));
-}
-
-TEST_F(ProgramKeyTest, AnInnerBlankStaysInTheKey) {
-    program.answerBalances({{"USD", "110.00"}});
-
-    ASSERT_EQ(program.run({"key", "set"}, "  sk-two words \n").exitCode, 0);
-
-    EXPECT_TRUE(program.server().requestHeads().back().contains("Authorization: Bearer sk-two words\r\n"));
-}
-
-struct BlankKeyCase {
-    const char* name;
-    QByteArray input;
-};
-
-void PrintTo(const BlankKeyCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class ProgramBlankKeyTest : public ::testing::TestWithParam<BlankKeyCase> {
-protected:
-    ProgramHarness program;
-};
-
-TEST_P(ProgramBlankKeyTest, ABlankKeyChangesNothingAndSaysSo) {
-    program.answerBalances({{"USD", "110.00"}});
-    program.saveKey();
-    const qsizetype requests = program.requestCount();
-
-    const ProgramHarness::Result refused = program.run({"key", "set"}, GetParam().input);
-
-    EXPECT_EQ(refused.exitCode, 1);
-    EXPECT_EQ(refused.out, "");
-    EXPECT_EQ(refused.err, "quorvane key set: no key given; nothing changed\n");
-    EXPECT_EQ(program.requestCount(), requests);
-    program.run({"status"});
-    EXPECT_TRUE(program.server().requestHeads().back().contains(
-        QByteArray::fromStdString("Bearer " + ProgramHarness::kKey + "\r\n")))
-        << "the earlier key is still the one in use";
-}
-
-INSTANTIATE_TEST_SUITE_P(Inputs, ProgramBlankKeyTest,
-                         ::testing::Values(BlankKeyCase{"Nothing", ""}, BlankKeyCase{"LineBreak", "\n"},
-                                           BlankKeyCase{"Blanks", " \t \r\n \n"},
-                                           BlankKeyCase{"NoBreakSpace", "\xC2\xA0\n"}),
-                         [](const auto& test) { return std::string(test.param.name); });
-
-TEST_F(ProgramKeyTest, RemovingTheKeyStopsTheRequests) {
-    program.answerBalances({{"USD", "110.00"}});
-    program.saveKey();
-
-    const ProgramHarness::Result removed = program.run({"key", "remove"});
-    const ProgramHarness::Result again = program.run({"key", "remove"});
-    const qsizetype requests = program.requestCount();
-    const ProgramHarness::Result status = program.run({"status"});
-
-    EXPECT_EQ(removed.exitCode, 0);
+    EXPECT_EQ(blank.exitCode, 1);
+    EXPECT_EQ(blank.out, "");
+    EXPECT_EQ(blank.err, "quorvane key set: no key given; nothing changed\n");
+    EXPECT_EQ(tooLong.exitCode, 1);
+    EXPECT_EQ(tooLong.err, "quorvane key set: the key is longer than 65536 bytes; nothing changed\n");
+    EXPECT_EQ(status.out, money("🐋 $ 110.00\n"));
+    EXPECT_TRUE(again.contains(QByteArray::fromStdString(bearer))) << "the earlier key is still in use";
     EXPECT_EQ(removed.out, "API key removed.\n");
-    EXPECT_EQ(again.exitCode, 0) << "removing no key is no error";
-    EXPECT_EQ(again.out, "API key removed.\n");
-    EXPECT_EQ(status.out, kWhale + " Key?\n");
-    EXPECT_EQ(program.requestCount(), requests);
+    EXPECT_EQ(removedAgain.exitCode, 0) << "removing no key is no error";
+    EXPECT_EQ(keyless.out, kWhale + " Key?\n");
+    EXPECT_EQ(program.requestCount(), 2) << "one request by key set and one by status";
 }
 
-TEST_F(ProgramKeyTest, AKeyGivenAsAnArgumentIsRefusedWithoutBeingRepeated) {
-    const ProgramHarness::Result refused =
-        program.run({"key", "set", QString::fromStdString(ProgramHarness::kKey)});
+// A mistake is one line on standard error, nothing on standard output and status 2; help is printed on
+// standard output. Neither sends a request or writes a file.
+TEST_F(ProgramTest, MistakesAndHelpChangeNothing) {
+    program.answerBalances({{"USD", "110.00"}});
+    const struct {
+        QStringList arguments;
+        int exitCode;
+        std::string out;
+        std::string err;
+    } cases[] = {
+        {{"balance"}, 2, "", "quorvane: unknown command 'balance'; see 'quorvane --help'"},
+        {{"key", "set", QString::fromStdString(ProgramHarness::kKey)},
+         2,
+         "",
+         "quorvane key set: takes no arguments: the key is read from standard input, never from the command "
+         "line; see 'quorvane key set --help'"},
+        {{"--demo", "status", "--help"}, 0, "Usage: quorvane [--demo] status [--json]\n", ""},
+    };
+    for (const auto& c : cases) {
+        const ProgramHarness::Result result = program.run(c.arguments);
 
-    EXPECT_EQ(refused.exitCode, 2);
-    EXPECT_EQ(refused.err, "quorvane key set: takes no arguments: the key is read from standard input, never "
-                           "from the command line; see 'quorvane key set --help'\n");
-    EXPECT_FALSE(QFile::exists(program.secretsFile()));
+        EXPECT_EQ(result.exitCode, c.exitCode) << c.err;
+        EXPECT_EQ(result.out.substr(0, c.exitCode == 0 ? c.out.size() : std::string::npos), c.out);
+        EXPECT_EQ(result.err, c.err.empty() ? "" : c.err + "\n");
+    }
+    EXPECT_EQ(program.requestCount(), 0);
+    EXPECT_EQ(program.filesUnderHome(), QStringList());
 }
 
-// The key goes to the server and the secret store and nowhere else: not to
-// any output of any command, not into the settings or any other file.
-TEST_F(ProgramKeyTest, TheKeyAppearsInNoOutputAndNoFileButTheSecretStore) {
-    program.answerBalances({{"USD", "110.00"}, {"CNY", "20.00"}});
-    program.saveKey();
-    program.run({"status"});
-    program.run({"status", "--json"});
-    program.run({"summary"});
-    program.run({"menu"});
-    program.run({"menu", "--json"});
-    program.run({"card", "--png", program.home() + "/card.png"});
-    program.run({"baseline", "reset"});
-    program.run({"interval", "300"});
-    program.run({"auto-refresh", "off"});
-    program.answer(401, R"({"error":{"message":"Authentication Fails"}})");
-    program.run({"menu"});
-    program.run({"summary"});
-
-    for (const ProgramHarness::Result& result : program.results()) {
-        EXPECT_EQ(result.out.find(ProgramHarness::kKey), std::string::npos) << result.out;
-        EXPECT_EQ(result.err.find(ProgramHarness::kKey), std::string::npos) << result.err;
+TEST_F(ProgramTest, AnEnvironmentItCannotWorkInIsOneLineAndStatusOne) {
+    const std::string badAddress =
+        "quorvane: QUORVANE_API_BASE_URL is not an http:// or https:// address of a "
+        "server; unset it to use the DeepSeek API\n";
+    for (const char* address : {"ftp://private.example/", "http://user:pw@private.example"}) {
+        program.environment().insert("QUORVANE_API_BASE_URL", address);
+        const ProgramHarness::Result refused = program.run({"status"});
+        EXPECT_EQ(refused.exitCode, 1) << address;
+        EXPECT_EQ(refused.out, "");
+        EXPECT_EQ(refused.err, badAddress);
     }
-    const QStringList files = program.filesUnderHome();
-    ASSERT_TRUE(files.contains(program.secretsFile()));
-    ASSERT_TRUE(files.contains(program.settingsFile()));
-    for (const QString& path : files) {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-        const bool holdsKey = file.readAll().contains(QByteArray::fromStdString(ProgramHarness::kKey));
-        EXPECT_EQ(holdsKey, path == program.secretsFile()) << path.toStdString();
-    }
+    program.environment().remove("QT_QPA_PLATFORM");
+    const ProgramHarness::Result desktop = program.run({});
+    EXPECT_EQ(desktop.exitCode, 1);
+    EXPECT_EQ(desktop.err,
+              "quorvane: no display (neither DISPLAY nor WAYLAND_DISPLAY is set) for the desktop "
+              "app; 'quorvane status' and the other commands work without one\n");
 }
 
 } // namespace

@@ -51,24 +51,20 @@ protected:
         counter.paints = 0;
         return widget;
     }
-
-    void leave(ChartWidget& widget) {
-        QEvent event(QEvent::Leave);
-        QApplication::sendEvent(&widget, &event);
-        QApplication::processEvents();
-    }
 };
 
-TEST_F(ChartWidgetTest, ThePointerPicksTheNearestSampleAndItsTooltip) {
+TEST_F(ChartWidgetTest, ThePointerPicksTheNearestSampleAndItsTooltipAndLeavingClearsThem) {
     const auto widget = shownChart({sample(0, "10"), sample(1, "9.5")});
     ASSERT_EQ(widget->size(), QSize(292, 52));
-    EXPECT_TRUE(widget->hasMouseTracking());
+    auto redrawn = [this] {
+        return QTest::qWaitFor([this] { return counter.paints > 0; });
+    };
 
     // The plot spans x 12 to 280; its middle, 146, belongs to the later sample.
     QTest::mouseMove(widget.get(), QPoint(100, 20));
     EXPECT_EQ(widget->chart().hoveredIndex(), 0);
     EXPECT_EQ(widget->toolTip().toStdString(), "USD balance: 10\nTime: 11/22/26, 9:00:00\u202fAM");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return counter.paints > 0; })) << "a redraw was asked for";
+    EXPECT_TRUE(redrawn());
     EXPECT_FALSE(widget->chart().needsDisplay());
 
     counter.paints = 0;
@@ -76,44 +72,35 @@ TEST_F(ChartWidgetTest, ThePointerPicksTheNearestSampleAndItsTooltip) {
     EXPECT_EQ(widget->chart().hoveredIndex(), 1);
     EXPECT_EQ(widget->toolTip().toStdString(),
               "USD balance: 9.5\nTime: 11/22/26, 10:00:00\u202fAM\nUsed since previous: 0.5");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return counter.paints > 0; }));
+    EXPECT_TRUE(redrawn());
 
-    counter.paints = 0;
-    leave(*widget);
-    EXPECT_EQ(widget->chart().hoveredIndex(), std::nullopt);
-    EXPECT_EQ(widget->toolTip(), QString());
-    EXPECT_TRUE(QTest::qWaitFor([this] { return counter.paints > 0; })) << "the marker is taken away";
-}
-
-TEST_F(ChartWidgetTest, TheMarginAroundThePlotClearsTheMarker) {
-    const auto widget = shownChart({sample(0, "10"), sample(1, "9.5"), sample(2, "9")});
-    QTest::mouseMove(widget.get(), QPoint(279, 30));
-    ASSERT_EQ(widget->chart().hoveredIndex(), 2);
-
+    // The margin around the plot clears the marker.
     QTest::mouseMove(widget.get(), QPoint(285, 30));
     EXPECT_EQ(widget->chart().hoveredIndex(), std::nullopt);
     EXPECT_EQ(widget->toolTip(), QString());
+
+    QTest::mouseMove(widget.get(), QPoint(146, 20));
+    counter.paints = 0;
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(widget.get(), &leave);
+    EXPECT_EQ(widget->chart().hoveredIndex(), std::nullopt);
+    EXPECT_EQ(widget->toolTip(), QString());
+    EXPECT_TRUE(redrawn()) << "the marker is taken away";
+
+    // A resize reaches the view's bounds: the plot is now 12 to 188 wide.
+    widget->resize(200, 40);
+    QApplication::processEvents();
+    EXPECT_EQ(widget->chart().bounds(), (Rect{0, 0, 200, 40}));
+    QTest::mouseMove(widget.get(), QPoint(110, 20));
+    EXPECT_EQ(widget->chart().hoveredIndex(), 1);
 }
 
 TEST_F(ChartWidgetTest, ASingleSampleIgnoresThePointer) {
     const auto widget = shownChart({sample(0, "10")});
     QTest::mouseMove(widget.get(), QPoint(100, 20));
-    QTest::mouseMove(widget.get(), QPoint(200, 20));
-
     EXPECT_EQ(widget->chart().hoveredIndex(), std::nullopt);
     EXPECT_EQ(widget->toolTip(), QString());
     EXPECT_FALSE(widget->chart().needsDisplay());
-}
-
-TEST_F(ChartWidgetTest, AResizeReachesTheViewsBounds) {
-    const auto widget = shownChart({sample(0, "10"), sample(1, "9.5")});
-    widget->resize(200, 40);
-    QApplication::processEvents();
-    EXPECT_EQ(widget->chart().bounds(), (Rect{0, 0, 200, 40}));
-
-    // The plot is now 12 to 188 wide, so 110 is right of its middle.
-    QTest::mouseMove(widget.get(), QPoint(110, 20));
-    EXPECT_EQ(widget->chart().hoveredIndex(), 1);
 }
 
 } // namespace
