@@ -43,13 +43,10 @@ TEST_F(AutoRefreshTest, StoredIntervalsGiveTheirLabelTimerPeriodAndCheckMark) {
     const Case cases[] = {
         {std::nullopt, "1 min", 60, "1 min"},
         {SettingValue{std::int64_t{0}}, "1 min", 60, "1 min"},
-        {SettingValue{-30.0}, "1 min", 60, "1 min"},
         {SettingValue{std::nan("")}, "1 min", 60, "1 min"},
         {SettingValue{std::string("not a number")}, "1 min", 60, "1 min"},
         {SettingValue{std::int64_t{45}}, "45 sec", 45, ""},
         {SettingValue{30.7}, "30 sec", 30.7, "30 sec"},
-        {SettingValue{300.7}, "5 min", 300.7, "5 min"},
-        {SettingValue{std::int64_t{120}}, "120 sec", 120, ""},
         {SettingValue{std::string("900")}, "15 min", 900, "15 min"}, // as an INI file gives it back
         {SettingValue{kInfinity}, "\xE2\x88\x9E sec", kInfinity, ""},
         {SettingValue{1e19}, "10000000000000000000 sec", 1e19, ""},

@@ -36,42 +36,12 @@ TEST(ChartGeometryTest, ScaleUsesLowestBalanceAndFlooredRange) {
     EXPECT_EQ(ChartGeometry(kCardBounds, {}).plotRect(), (Rect{12, 12, 268, 28}));
 }
 
-TEST(ChartGeometryTest, SamplesSpreadEvenlyAcrossThePlot) {
-    struct Case {
-        std::vector<const char*> balances;
-        std::vector<Point> positions;
-    };
-    const Case cases[] = {
-        {{"10", "9.5"}, {{12, 12}, {280, 40}}},
-        {{"9.5", "10"}, {{12, 40}, {280, 12}}},
-        {{"3", "3", "3"}, {{12, 40}, {146, 40}, {280, 40}}},
-        {{"5", "5.0000005"}, {{12, 40}, {280, 26}}},
-        {{"1", "5", "3", "2", "1"}, {{12, 40}, {79, 12}, {146, 26}, {213, 33}, {280, 40}}},
-    };
-    for (const Case& c : cases) {
-        const ChartGeometry geometry(kCardBounds, series(c.balances));
-        const auto count = static_cast<std::int64_t>(c.positions.size());
-        for (std::int64_t i = 0; i < count; ++i) {
-            EXPECT_EQ(geometry.samplePosition(i), c.positions[static_cast<std::size_t>(i)])
-                << count << " " << i;
-        }
-        EXPECT_EQ(geometry.samplePosition(-1), std::nullopt);
-        EXPECT_EQ(geometry.samplePosition(count), std::nullopt);
-    }
+// Positions inside the series are checked through the drawn paths in UsageChartViewTest.
+TEST(ChartGeometryTest, PositionsExistOnlyForIndexesOfASeriesOfTwoOrMore) {
+    const ChartGeometry two(kCardBounds, series({"10", "9.5"}));
+    EXPECT_EQ(two.samplePosition(-1), std::nullopt);
+    EXPECT_EQ(two.samplePosition(2), std::nullopt);
     EXPECT_EQ(ChartGeometry(kCardBounds, series({"4"})).samplePosition(0), std::nullopt);
-}
-
-TEST(ChartGeometryTest, FillOutlineClosesTheLineAlongTheBottomEdge) {
-    const ChartGeometry geometry(kCardBounds, series({"2", "1", "3"}));
-    Path expected;
-    expected.moveTo({12, 26});
-    expected.lineTo({146, 40});
-    expected.lineTo({280, 12});
-    EXPECT_EQ(geometry.linePath(), expected);
-    expected.lineTo({280, 40});
-    expected.lineTo({12, 40});
-    expected.close();
-    EXPECT_EQ(geometry.fillOutline(geometry.linePath()), expected);
 }
 
 TEST(ChartGeometryTest, PlotContainsItsLeftAndTopEdgesOnly) {
@@ -91,8 +61,7 @@ TEST(ChartGeometryTest, NearestIndexRoundsHalvesToTheRight) {
         std::int64_t index;
     };
     const Case cases[] = {
-        {5, 12, 0},     {2, 145.99, 0}, {2, 146, 1}, {3, 78.99, 0}, {3, 79, 1},
-        {5, 279.99, 4}, {48, 280, 47},  {5, 0, 0},   {5, 292, 4},
+        {2, 145.99, 0}, {2, 146, 1}, {3, 78.99, 0}, {3, 79, 1}, {48, 280, 47}, {5, 0, 0}, {5, 292, 4},
     };
     for (const Case& c : cases) {
         const ChartGeometry geometry(kCardBounds, series(std::vector<const char*>(c.count, "1")));

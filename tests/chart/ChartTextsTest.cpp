@@ -45,9 +45,6 @@ TEST(ChartTextsTest, TooltipShowsBalanceTimeAndChangeFromThePreviousSample) {
         {{"20", "10", "9.5", "1234.56789"},
          3,
          "CNY balance: 1,234.5679\nTime: 11/15/23, 1:13:20\u202fAM\nBalance increased: 1,225.0679"},
-        {{"20", "10", "9.5"},
-         2,
-         "CNY balance: 9.5\nTime: 11/15/23, 12:13:20\u202fAM\nUsed since previous: 0.5"},
     };
     const IcuFormatter formatter("en_US");
     const ChartTexts texts(formatter, "UTC");

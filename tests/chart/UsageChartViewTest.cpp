@@ -77,7 +77,11 @@ TEST_F(UsageChartViewTest, HoverMarkerFollowsTheLineInTheAccentColour) {
                                "fill roundedRect 100 6 92 22 r7 7 windowBackground@0.92",
                                "text \"12:13\u202fAM  3\" in 107 10 78 14 10 semibold label@1",
                            }));
-    moveTo(view, *view.pointerLocation(4));
+    for (std::int64_t i = 0; i < 5; ++i) {
+        moveTo(view, *view.pointerLocation(i));
+        EXPECT_EQ(view.hoveredIndex(), i);
+    }
+    EXPECT_EQ(view.pointerLocation(5), std::nullopt);
     const std::vector<std::string> atRightEdge = drawn(view);
     ASSERT_EQ(atRightEdge.size(), 7u);
     EXPECT_EQ(atRightEdge[5], "fill roundedRect 192 6 92 22 r7 7 windowBackground@0.92");
@@ -130,16 +134,6 @@ TEST_F(UsageChartViewTest, PointerPicksSamplesOnlyInsideThePlot) {
     EXPECT_EQ(view.hoveredIndex(), std::nullopt);
     EXPECT_EQ(view.toolTip(), std::nullopt);
     EXPECT_TRUE(view.needsDisplay());
-}
-
-TEST_F(UsageChartViewTest, PointerLocationPicksEachSample) {
-    UsageChartView view(kCardFrame);
-    view.setPoints(hourly({"1", "5", "3", "2", "1"}));
-    for (std::int64_t i = 0; i < 5; ++i) {
-        moveTo(view, *view.pointerLocation(i));
-        EXPECT_EQ(view.hoveredIndex(), i);
-    }
-    EXPECT_EQ(view.pointerLocation(5), std::nullopt);
 }
 
 TEST_F(UsageChartViewTest, HostMarksRedisplayAfterAssignments) {

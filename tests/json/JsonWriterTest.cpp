@@ -13,7 +13,6 @@ namespace {
 TEST(JsonWriterTest, QuotesStringsAsThePlatformEncoderDoes) {
     const std::vector<std::pair<std::string, std::string>> cases = {
         {"", R"("")"},
-        {"USD", R"("USD")"},
         {"a\"b", R"("a\"b")"},
         {"a\\b", R"("a\\b")"},
         {"a/b", R"("a\/b")"},
@@ -27,7 +26,6 @@ TEST(JsonWriterTest, QuotesStringsAsThePlatformEncoderDoes) {
          "\"a\xEF\xBF\xBD"
          "b\""},
         {"\xE2\x82", "\"\xEF\xBF\xBD\xEF\xBF\xBD\""},
-        {"\xC0\xAF", "\"\xEF\xBF\xBD\xEF\xBF\xBD\""},
         {"\xED\xA0\x80!", "\"\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD!\""},
         {"\xC3\xA9\xFF", "\"\xC3\xA9\xEF\xBF\xBD\""},
     };

@@ -10,16 +10,11 @@ namespace {
 const std::string kService = "Quorvane";
 const std::string kAccount = "DeepSeekAPIKey";
 
-TEST(KeychainStoreTest, AddressesOneItemByServiceAndAccount) {
+TEST(KeychainStoreTest, SaveUpdatesFirstAndAddsOnlyWhenNoItemExists) {
     MemorySecretStore store;
     KeychainStore keychain(store);
     EXPECT_EQ(keychain.service(), kService);
     EXPECT_EQ(keychain.account(), kAccount);
-}
-
-TEST(KeychainStoreTest, SaveUpdatesFirstAndAddsOnlyWhenNoItemExists) {
-    MemorySecretStore store;
-    KeychainStore keychain(store);
 
     keychain.save("sk-first");
     keychain.save("sk-second");

@@ -51,15 +51,12 @@ TEST(DecimalTest, DecimalFractionsAddAndSubtractExactly) {
     EXPECT_EQ((dec("7.5") - dec("10")).toString(), "-2.5");
     EXPECT_EQ((dec("-7.5") + dec("7.50")).toString(), "0");
     EXPECT_FALSE((dec("-7.5") + dec("7.50")).isNegative());
-    EXPECT_EQ((dec("-7.5") - dec("2.5")).toString(), "-10");
     EXPECT_EQ((dec("-7.5") + dec("10")).toString(), "2.5");
     EXPECT_EQ((dec("0") - dec("0.0037")).toString(), "-0.0037");
     EXPECT_EQ((dec("1e100") + dec("1e-100")).toString(), "1" + std::string(100, '0'));
 }
 
 TEST(DecimalTest, FromIntegerCoversTheWholeRange) {
-    EXPECT_EQ(Decimal::fromInteger(0).toString(), "0");
-    EXPECT_EQ(Decimal::fromInteger(-5).toString(), "-5");
     EXPECT_EQ(Decimal::fromInteger(std::numeric_limits<std::int64_t>::min()).toString(),
               "-9223372036854775808");
     EXPECT_EQ(Decimal::fromInteger(std::numeric_limits<std::int64_t>::max()).toString(),
@@ -83,27 +80,20 @@ TEST(DecimalTest, ParseReadsTheLongestNumericPrefixAndParseExactOnlyAWholeNumber
         {"  \t12.5", "12.5", "nothing"},
         {"12.5  ", "12.5", "nothing"},
         {"1,5", "1", "nothing"},
-        {"1,234.5", "1", "nothing"},
         {"12abc", "12", "nothing"},
         {"1.2.3", "1.2", "nothing"},
         {"1e3", "1000", "1000"},
         {"1E-3", "0.001", "0.001"},
         {"2.5e+2", "250", "250"},
         {"12e", "12", "nothing"},
-        {"12e+", "12", "nothing"},
         {"12e+x", "12", "nothing"},
         {"", "nothing", "nothing"},
-        {"   ", "nothing", "nothing"},
         {"abc", "nothing", "nothing"},
-        {"-", "nothing", "nothing"},
-        {".", "nothing", "nothing"},
         {"-.e1", "nothing", "nothing"},
-        {"- 1", "nothing", "nothing"},
         {"\xff"
          "1",
          "nothing", "nothing"},
         {"0e-999999", "0", "0"},
-        {"0.000", "0", "0"},
         {"1e127", "1" + std::string(127, '0'), "1" + std::string(127, '0')},
         {"10e126", "1" + std::string(127, '0'), "1" + std::string(127, '0')},
         {"1e128", "nothing", "nothing"},
@@ -124,7 +114,6 @@ TEST(DecimalTest, MoreThanThirtyEightDigitsRoundHalfEven) {
         {"12345678901234567890123456789012345678", "12345678901234567890123456789012345678"},
         {"123456789012345678901234567890123456785", "123456789012345678901234567890123456780"},
         {"123456789012345678901234567890123456775", "123456789012345678901234567890123456780"},
-        {"123456789012345678901234567890123456784", "123456789012345678901234567890123456780"},
         {"1234567890123456789012345678901234567850001", "1234567890123456789012345678901234567900000"},
         {"0.123456789012345678901234567890123456785", "0.12345678901234567890123456789012345678"},
         {"-0.123456789012345678901234567890123456786", "-0.12345678901234567890123456789012345679"},
@@ -159,16 +148,12 @@ TEST(DecimalTest, DivisionKeepsThirtyEightSignificantDigits) {
         {"1", "3", "0.33333333333333333333333333333333333333"},
         {"2", "3", "0.66666666666666666666666666666666666667"},
         {"-1", "3", "-0.33333333333333333333333333333333333333"},
-        {"-1", "-3", "0.33333333333333333333333333333333333333"},
         {"22", "7", "3.1428571428571428571428571428571428571"},
         {"-1", "7e-5", "-14285.714285714285714285714285714285714"},
-        {"1", "8", "0.125"},
         {"10", "4", "2.5"},
-        {"0.0037", "0.01", "0.37"},
         {"110.00", "1.1", "100"},
         {"0", "5", "0"},
         {"5", "0", "nothing"},
-        {"0", "0", "nothing"},
         // A 38-digit divisor: the remainder times ten would not fit 128 bits.
         {"99999999999999999999999999999999999998", kThirtyEightNines,
          "0.99999999999999999999999999999999999999"},
@@ -200,9 +185,7 @@ TEST(DecimalTest, OrderingFollowsValueAcrossExponentsAndSigns) {
 
 TEST(DecimalTest, MagnitudeAndNegation) {
     EXPECT_EQ(dec("-2.5").magnitude().toString(), "2.5");
-    EXPECT_EQ(dec("2.5").magnitude().toString(), "2.5");
     EXPECT_EQ(dec("2.5").negated().toString(), "-2.5");
-    EXPECT_EQ(dec("-2.5").negated().toString(), "2.5");
     EXPECT_FALSE(Decimal{}.negated().isNegative());
     EXPECT_TRUE(dec("-0.0001").isNegative());
     EXPECT_TRUE(Decimal{}.isZero());
@@ -211,14 +194,10 @@ TEST(DecimalTest, MagnitudeAndNegation) {
 TEST(DecimalTest, ToDoubleIsTheNearestDouble) {
     const std::vector<std::pair<std::string, double>> cases = {
         {"0.1", 0.1},
-        {"-2.5", -2.5},
-        {"0", 0.0},
         {"123456789.123456789", 123456789.123456789},
         {"9007199254740993", 9007199254740992.0},
-        {"0.3", 0.3},
         {"1e127", 1e127},
         {"1e-128", 1e-128},
-        {"-0.0037", -0.0037},
         {"12345678901234567890123456789012345678", 12345678901234567890123456789012345678.0},
     };
     for (const auto& [text, expected] : cases) {
@@ -229,10 +208,6 @@ TEST(DecimalTest, ToDoubleIsTheNearestDouble) {
 TEST(DecimalTest, ToStringReadsBackToTheSameValue) {
     const std::vector<std::string> texts = {
         "0",
-        "-0.0037",
-        "110",
-        "1200",
-        "0.1",
         "12345678901234567890123456789012345678",
         "0.12345678901234567890123456789012345678",
         "1234567890.1234567890123456789012345678",

@@ -34,20 +34,16 @@ TEST(IcuFormatterTest, CurrencyUsesLocaleSymbolAndCurrencyDigits) {
     const CurrencyCase cases[] = {
         {"en_US", "12", "USD", 4, "$12.00"},
         {"en_US", "0.12345", "USD", 4, "$0.1234"},
-        {"en_US", "0.0037", "USD", 4, "$0.0037"},
         {"en_US", "1234567.5", "USD", 4, "$1,234,567.50"},
         {"en_US", "-12.5", "USD", 4, "-$12.50"},
         {"en_US", "12345678901234567890123456789012345678", "USD", 4,
          "$12,345,678,901,234,567,890,123,456,789,012,345,678.00"},
         {"de_DE", "12", "USD", 4, "12,00\u00A0$"},
-        {"fr_FR", "12", "USD", 4, "12,00\u00A0$US"},
         {"fr_FR", "1234.5", "EUR", 4, "1\u202F234,50\u00A0\u20AC"},
         {"en_US", "10", "CNY", 4, "CN\u00A510.00"},
-        {"en_US", "12", "JPY", 4, "\u00A512"},
         {"en_US", "12.5", "JPY", 4, "\u00A512.5"},
         {"en_US", "12", "BHD", 4, "BHD\u00A012.000"},
         {"en_US", "12", "BHD", 2, "BHD\u00A012.00"},
-        {"en_US", "12.3456", "USD", 2, "$12.35"},
         {"en_US", "12.345", "USD", 2, "$12.34"},
         {"en_US", "12.355", "USD", 2, "$12.36"},
         {"en_US", "12", "ZZZ", 4, "ZZZ\u00A012.00"},
@@ -80,7 +76,6 @@ struct DecimalCase {
 TEST(IcuFormatterTest, DecimalGroupsAndRoundsHalfEvenWithoutTrailingZeros) {
     const DecimalCase cases[] = {
         {"en_US", "2.50", 4, "2.5"},
-        {"en_US", "0.5", 4, "0.5"},
         {"en_US", "-0.5", 4, "-0.5"},
         {"en_US", "1234.56789", 4, "1,234.5679"},
         {"de_DE", "1234.56789", 4, "1.234,5679"},
@@ -88,7 +83,6 @@ TEST(IcuFormatterTest, DecimalGroupsAndRoundsHalfEvenWithoutTrailingZeros) {
         {"en_US", "0.00005", 4, "0"},
         {"en_US", "0.00015", 4, "0.0002"},
         {"en_US", "1234.5", 0, "1,234"},
-        {"en_US", "1235.5", 0, "1,236"},
         {"en_US", "12345678901234567890123456789012345678", 4,
          "12,345,678,901,234,567,890,123,456,789,012,345,678"},
         {"en_US", "1", -1, std::nullopt},
@@ -118,7 +112,6 @@ TEST(IcuFormatterTest, DayKeyIsTheGregorianCalendarDateInTheZone) {
         {"en_US", kLastBerlinSecond + 1, "Mars/Olympus", "2026-03-01"},
         {"en_US", kLastBerlinSecond + 1, "", "2026-03-01"},
         {"en_US", kLastDayOf2026, "UTC", "2026-12-31"},
-        {"de_DE", kLastDayOf2026, "UTC", "2026-12-31"},
         // Thai's own calendar would give the Buddhist year 2569.
         {"th_TH", kLastBerlinSecond + 1, "Europe/Berlin", "2026-03-02"},
         {"ar_EG", kLastBerlinSecond + 1, "Europe/Berlin",
@@ -144,10 +137,8 @@ TEST(IcuFormatterTest, DateTimeUsesLocaleStylesInTheZone) {
         {"en_US", DateStyle::Short, TimeStyle::Medium, "UTC", "3/1/26, 10:59:59\u202FPM"},
         {"en_US", DateStyle::Short, TimeStyle::Medium, "Europe/Berlin", "3/1/26, 11:59:59\u202FPM"},
         {"de_DE", DateStyle::Short, TimeStyle::Medium, "Europe/Berlin", "01.03.26, 23:59:59"},
-        {"fr_FR", DateStyle::Short, TimeStyle::Medium, "Europe/Berlin", "01/03/2026 23:59:59"},
         {"en_US", DateStyle::Medium, TimeStyle::Short, "UTC", "Mar 1, 2026, 10:59\u202FPM"},
         {"en_US", DateStyle::None, TimeStyle::Short, "UTC", "10:59\u202FPM"},
-        {"de_DE", DateStyle::None, TimeStyle::Short, "Europe/Berlin", "23:59"},
         {"en_US", DateStyle::Short, TimeStyle::None, "Europe/Berlin", "3/1/26"},
         {"en_US", DateStyle::None, TimeStyle::None, "UTC", ""},
     };
@@ -168,15 +159,11 @@ struct RelativeCase {
 TEST(IcuFormatterTest, RelativeTimeTakesLargestReachedUnitTruncated) {
     const RelativeCase cases[] = {
         {"en_US", 0.0, "0 sec. ago"},
-        {"en_US", -0.25, "0 sec. ago"},
         {"en_US", 0.5, "in 0 sec."},
-        {"en_US", -59.0, "59 sec. ago"},
         {"en_US", -59.75, "59 sec. ago"},
         {"en_US", -60.0, "1 min. ago"},
-        {"en_US", -120.0, "2 min. ago"},
         {"en_US", -3599.0, "59 min. ago"},
         {"en_US", -3600.0, "1 hr. ago"},
-        {"en_US", -10800.0, "3 hr. ago"},
         {"en_US", -86399.0, "23 hr. ago"},
         {"en_US", -86400.0, "1 day ago"},
         {"en_US", -604799.0, "6 days ago"},
@@ -187,10 +174,7 @@ TEST(IcuFormatterTest, RelativeTimeTakesLargestReachedUnitTruncated) {
         {"en_US", -31557600.0, "1 yr. ago"},
         {"en_US", -31557600.0 * 1e9, "1,000,000,000 yr. ago"},
         {"en_US", 120.0, "in 2 min."},
-        {"en_US", 179.0, "in 2 min."},
         {"de_DE", -120.0, "vor 2 Min."},
-        {"de_DE", 0.0, "vor 0 Sek."},
-        {"de_DE", -10800.0, "vor 3 Std."},
         {"fr_FR", -120.0, "il y a 2\u00A0min"},
     };
     const Timestamp now = Timestamp::fromUnixSeconds(kLastBerlinSecond);
@@ -240,7 +224,6 @@ TEST(IcuFormatterTest, DefaultLocaleFollowsEnvironmentPrecedence) {
         {"fr_FR.UTF-8", nullptr, "de_DE.UTF-8", "fr_FR"},
         {nullptr, "fr_FR.UTF-8", "de_DE.UTF-8", "fr_FR"},
         {"C", nullptr, "de_DE.UTF-8", "en_US_POSIX"},
-        {"C.UTF-8", nullptr, nullptr, "en_US_POSIX"},
         {nullptr, nullptr, "POSIX", "en_US_POSIX"},
         {nullptr, nullptr, nullptr, "en_US_POSIX"},
         // An empty LC_ALL still wins and names the root locale.
