@@ -7,6 +7,11 @@
 # (-Wshadow), C casts that hide reinterpretations (-Wold-style-cast), and
 # interfaces deleted through a base pointer without a virtual destructor
 # (-Wnon-virtual-dtor, -Woverloaded-virtual). CI turns them into errors.
+#
+# Every target of ours passes through here, so this is also where the
+# sanitizer and fuzzing instrumentation is applied when it is asked for.
+include(QuorvaneSanitizers)
+
 function(quorvane_set_warnings target)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Wold-style-cast
@@ -14,4 +19,5 @@ function(quorvane_set_warnings target)
     if(QUORVANE_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)
     endif()
+    quorvane_apply_sanitizers(${target})
 endfunction()

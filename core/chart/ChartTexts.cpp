@@ -16,10 +16,13 @@ std::optional<std::string> ChartTexts::tooltipText(const std::vector<BalancePoin
     const auto position = static_cast<std::size_t>(*index);
     const BalancePoint& point = points[position];
     std::string text = point.currency + " balance: " + formatDecimal(point.balance);
-    text +=
-        "\nTime: " + m_formatter.dateTime(point.timestamp, DateStyle::Short, TimeStyle::Medium, m_timeZoneId);
+    // Separate appends, not a literal prepended to a temporary, which g++ 12 at
+    // -O3 misreads as an overlapping copy (-Wrestrict).
+    text += "\nTime: ";
+    text += m_formatter.dateTime(point.timestamp, DateStyle::Short, TimeStyle::Medium, m_timeZoneId);
     if (position > 0) {
-        text += "\n" + changeLine(points[position - 1].balance, point.balance);
+        text += '\n';
+        text += changeLine(points[position - 1].balance, point.balance);
     }
     return text;
 }

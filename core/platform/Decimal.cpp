@@ -209,8 +209,12 @@ std::string Decimal::toString() const {
 double Decimal::toDouble() const {
     // Reading the exact decimal text rounds once to the nearest double, with no
     // locale involved, which a chain of multiplications by ten would not.
-    const std::string text =
-        (m_negative ? "-" : "") + digitsOf(m_coefficient) + "e" + std::to_string(m_exponent);
+    // Appended piece by piece: g++ 12 at -O3 misreads a literal prepended to a
+    // temporary string as an overlapping copy (-Wrestrict).
+    std::string text = m_negative ? "-" : "";
+    text += digitsOf(m_coefficient);
+    text += 'e';
+    text += std::to_string(m_exponent);
     return DoubleText::parse(text).value_or(0.0);
 }
 

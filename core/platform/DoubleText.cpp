@@ -133,6 +133,12 @@ std::optional<double> DoubleText::parseWithStreams(std::string_view text) {
     if (in.fail() || in.peek() != std::char_traits<char>::eof()) {
         return std::nullopt;
     }
+    // Underflow does not set it: a nonzero number too small for a double reads
+    // as 0, which from_chars refuses as out of range, and so must this path.
+    const std::string_view mantissa = text.substr(0, text.find_first_of("eE"));
+    if (value == 0.0 && mantissa.find_first_of("123456789") != std::string_view::npos) {
+        return std::nullopt;
+    }
     return value;
 }
 

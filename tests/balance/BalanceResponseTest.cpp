@@ -18,7 +18,8 @@ std::string bodyWithEntryMember(const std::string& key, const std::string& value
     for (const std::string& name : kEntryKeys) {
         const std::string member = name == key ? value : "\"1.00\"";
         if (!member.empty()) {
-            entry += separator + ("\"" + name + "\":" + member);
+            entry += separator;
+            entry += "\"" + name + "\":" + member;
             separator = ",";
         }
     }

@@ -14,8 +14,11 @@ inline std::string balanceBody(const std::vector<std::pair<std::string, std::str
         std::string("{\"is_available\":") + (isAvailable ? "true" : "false") + ",\"balance_infos\":[";
     for (std::size_t i = 0; i < totals.size(); ++i) {
         const auto& [currency, total] = totals[i];
-        body += (i ? "," : "") + std::string("{\"currency\":\"") + currency + "\",\"total_balance\":\"" +
-                total + "\",\"granted_balance\":\"0.00\",\"topped_up_balance\":\"" + total + "\"}";
+        if (i > 0) {
+            body += ',';
+        }
+        body += std::string("{\"currency\":\"") + currency + "\",\"total_balance\":\"" + total +
+                "\",\"granted_balance\":\"0.00\",\"topped_up_balance\":\"" + total + "\"}";
     }
     return body + "]}";
 }

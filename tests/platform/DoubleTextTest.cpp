@@ -43,6 +43,11 @@ TEST(DoubleTextTest, ParsesWholeNumbersOnly) {
         {"0x10", std::nullopt},
         {"1e", std::nullopt},
         {"1e400", std::nullopt},
+        {"1e-400", std::nullopt},
+        {"-2e-324", std::nullopt},
+        {"4.9e-324", 4.9406564584124654e-324},
+        {"0e-999", 0.0},
+        {"-0.000e-400", -0.0},
         {"12abc", std::nullopt},
     };
     for (const auto& [name, path] : kPaths) {

@@ -1,0 +1,69 @@
+#include "NullCanvas.h"
+#include "SampleSeries.h"
+#include "chart/UsageChartView.h"
+#include "menu/CardFactory.h"
+#include "platform/icu/IcuFormatter.h"
+#include "tracking/BalanceHistory.h"
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+namespace quorvane {
+namespace {
+
+const std::string kZone = "UTC";
+
+// The dashboard's chart with a full series of one currency, samples a minute apart.
+UsageChartView fullChart() {
+    UsageChartView view(CardFactory::kChartFrame);
+    view.setPoints(
+        SampleSeries::usd(BalanceHistory::kSeriesLength, Timestamp::fromUnixSeconds(1795338000.0), 60.0));
+    return view;
+}
+
+void drawChart(benchmark::State& state) {
+    const IcuFormatter formatter("en_US");
+    const UsageChartView view = fullChart();
+    NullCanvas canvas;
+    for (auto _ : state) {
+        view.draw(canvas, formatter, kZone);
+    }
+}
+BENCHMARK(drawChart)->Unit(benchmark::kMicrosecond);
+
+// With the pointer over a sample: the guide, the dot and the value bubble,
+// whose time and amount are formatted on every paint.
+void drawChartHovered(benchmark::State& state) {
+    const IcuFormatter formatter("en_US");
+    UsageChartView view = fullChart();
+    view.mouseMoved(*view.pointerLocation(20), formatter, kZone);
+    NullCanvas canvas;
+    for (auto _ : state) {
+        view.draw(canvas, formatter, kZone);
+    }
+    if (view.hoveredIndex() != 20) {
+        state.SkipWithError("the pointer did not pick the sample");
+    }
+}
+BENCHMARK(drawChartHovered)->Unit(benchmark::kMicrosecond);
+
+// One pointer move inside the plot, sweeping across it so that the pick
+// changes as it does under a real pointer.
+void hoverChart(benchmark::State& state) {
+    const IcuFormatter formatter("en_US");
+    UsageChartView view = fullChart();
+    const Rect plot = view.bounds().insetBy(12.0, 12.0);
+    double x = plot.minX();
+    for (auto _ : state) {
+        view.mouseMoved(Point{x, plot.minY() + plot.height / 2}, formatter, kZone);
+        x = x + 7.0 < plot.maxX() ? x + 7.0 : plot.minX();
+    }
+    if (!view.toolTip()) {
+        state.SkipWithError("the pointer left the plot");
+    }
+}
+BENCHMARK(hoverChart)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+} // namespace quorvane
