@@ -21,8 +21,10 @@ public:
     // blanks, no trailing characters, no out-of-range values.
     static std::optional<double> parse(std::string_view text);
     // The fewest digits that read back to the same value, in the notation
-    // given (General picks whichever of the two is shorter); "inf", "-inf" or
-    // "nan" for values that are not finite.
+    // given; "inf", "-inf" or "nan" for values that are not finite. General
+    // lets the library choose between the two, and the two paths may choose
+    // differently (1234567.5 or 1.2345675e+06): both read back to the same
+    // value, and nothing stored by the program is written in General.
     static std::string shortest(double value, Notation notation);
 
     static std::optional<double> parseWithStreams(std::string_view text);
