@@ -34,33 +34,8 @@ cleanup() {
 }
 trap cleanup EXIT
 
-cat >"$WORK/server.py" <<'PY'
-import http.server, sys, time
-KEY, PORT_FILE, LOG = sys.argv[1], sys.argv[2], sys.argv[3]
-BODY = (b'{"is_available":true,"balance_infos":[{"currency":"USD","total_balance":"12.34",'
-        b'"granted_balance":"0.00","topped_up_balance":"12.34"}]}')
-class Handler(http.server.BaseHTTPRequestHandler):
-    protocol_version = "HTTP/1.1"
-    def do_GET(self):
-        with open(LOG, "a") as f:
-            f.write("%.3f\n" % time.time())
-        ok = self.headers.get("Authorization") == "Bearer " + KEY
-        body = BODY if ok else b"{}"
-        self.send_response(200 if ok else 401)
-        self.send_header("Content-Length", str(len(body)))
-        self.send_header("Connection", "close")
-        self.end_headers()
-        self.wfile.write(body)
-        self.close_connection = True
-    def log_message(self, *args):
-        pass
-server = http.server.HTTPServer(("127.0.0.1", 0), Handler)
-with open(PORT_FILE, "w") as f:
-    f.write(str(server.server_address[1]))
-server.serve_forever()
-PY
 : >"$WORK/requests"
-python3 "$WORK/server.py" "$KEY" "$WORK/port" "$WORK/requests" &
+python3 "$ROOT/scripts/balance-server.py" "$KEY" "$WORK/port" "$WORK/requests" &
 PIDS+=($!)
 for _ in $(seq 100); do [ -s "$WORK/port" ] && break; sleep 0.05; done
 

@@ -29,31 +29,7 @@ trap cleanup EXIT
 
 # The server checks the bearer key, as the real endpoint does, so both sides
 # pay for the same exchange; a wrong key gets a 401.
-cat >"$WORK/server.py" <<'PY'
-import http.server, sys
-KEY = sys.argv[1]
-BODY = (b'{"is_available":true,"balance_infos":[{"currency":"USD","total_balance":"12.34",'
-        b'"granted_balance":"0.00","topped_up_balance":"12.34"}]}')
-class Handler(http.server.BaseHTTPRequestHandler):
-    protocol_version = "HTTP/1.1"
-    def do_GET(self):
-        ok = self.path == "/user/balance" and self.headers.get("Authorization") == "Bearer " + KEY
-        body = BODY if ok else b'{"error":"unauthorized"}'
-        self.send_response(200 if ok else 401)
-        self.send_header("Content-Type", "application/json")
-        self.send_header("Content-Length", str(len(body)))
-        self.send_header("Connection", "close")
-        self.end_headers()
-        self.wfile.write(body)
-        self.close_connection = True
-    def log_message(self, *args):
-        pass
-server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
-with open(sys.argv[2], "w") as f:
-    f.write(str(server.server_address[1]))
-server.serve_forever()
-PY
-python3 "$WORK/server.py" "$KEY" "$WORK/port" &
+python3 "$ROOT/scripts/balance-server.py" "$KEY" "$WORK/port" &
 SERVER_PID=$!
 for _ in $(seq 100); do [ -s "$WORK/port" ] && break; sleep 0.05; done
 URL="http://127.0.0.1:$(cat "$WORK/port")"
