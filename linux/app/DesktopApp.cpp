@@ -1,11 +1,14 @@
 #include "app/DesktopApp.h"
 
 #include <QApplication>
+#include <QDBusConnection>
+#include <QGuiApplication>
 
 namespace quorvane {
 
 DesktopApp::DesktopApp(const SessionStores& stores, const Clock& clock, const Formatter& formatter)
-    : m_statusItem(formatter, clock) {
+    : m_statusItem(formatter, clock, QDBusConnection::sessionBus(),
+                   QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
     const Platform platform{m_statusItem, stores.settings, stores.secrets, m_http,
                             clock,        formatter,       m_segmenter,    m_timers,
                             m_alert,      m_pasteboard,    m_workspace,    m_application};

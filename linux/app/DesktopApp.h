@@ -1,4 +1,4 @@
-// The desktop app: the delegate over the Qt platform, with the menu-bar strip, the tray icon and their menu.
+// The desktop app: the delegate over the Qt platform, with its status item and menu.
 #pragma once
 
 #include "app/AppDelegate.h"

@@ -69,6 +69,8 @@ std::unique_ptr<QCoreApplication> makeApplication(CommandName command, int& argc
     case CommandName::DesktopApp: {
         auto app = std::make_unique<QApplication>(argc, argv);
         QApplication::setQuitOnLastWindowClosed(false);
+        // Wayland compositors and panels know the app's windows by this name.
+        QGuiApplication::setDesktopFileName(QStringLiteral("app.quorvane.Quorvane"));
         return app;
     }
     case CommandName::Card:

@@ -1,56 +1,69 @@
 #include "gui/QtStatusItem.h"
 
-#include "gui/UiFont.h"
+#include "gui/MarkIcon.h"
+#include "menu/StatusTitle.h"
 
 #include <QCursor>
-#include <QGuiApplication>
-#include <QIcon>
-#include <QPainter>
-#include <QPixmap>
 #include <QScreen>
-#include <QSystemTrayIcon>
 #include <QTextBoundaryFinder>
 
 namespace quorvane {
 
 namespace {
 
-// Large enough for the tray to scale down from on any panel size.
-constexpr int kIconSize = 64;
-constexpr int kIconGlyphPixels = 52;
-
-QIcon markIcon(const QString& mark) {
-    QPixmap pixmap(kIconSize, kIconSize);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::TextAntialiasing, true);
-    QFont font = UiFont::emojiFont(QGuiApplication::font());
-    font.setPixelSize(kIconGlyphPixels);
-    painter.setFont(font);
-    painter.drawText(pixmap.rect(), Qt::AlignCenter, mark);
-    painter.end();
-    return QIcon(pixmap);
+SniIconPixmapList trayIcon(const QString& mark) {
+    SniIconPixmapList pixmaps;
+    for (const QImage& image : MarkIcon::renderAll(mark)) {
+        pixmaps.append(SniIconPixmap::fromImage(image));
+    }
+    return pixmaps;
 }
 
 } // namespace
 
-QtStatusItem::QtStatusItem(const Formatter& formatter, const Clock& clock)
-    // Looked up when a command arrives, so menus rendered before the handler was set still reach it.
-    : m_renderer(formatter, clock, [this](MenuCommand command, std::int64_t tag) {
-        if (m_onCommand) {
-            m_onCommand(command, tag);
-        }
-    }) {
-    QObject::connect(&m_strip, &StatusStripWidget::clicked, &m_strip, [this] { popUpMenuUnderStrip(); });
-    if (QSystemTrayIcon::isSystemTrayAvailable()) {
-        m_trayIcon = std::make_unique<QSystemTrayIcon>();
+QtStatusItem::Presentation QtStatusItem::presentationFor(bool hosted, bool wayland) {
+    if (hosted) {
+        return Presentation::TrayItem;
     }
+    return wayland ? Presentation::Window : Presentation::Strip;
+}
+
+QtStatusItem::QtStatusItem(const Formatter& formatter, const Clock& clock, QDBusConnection bus, bool wayland)
+    : m_formatter(formatter)
+    , m_clock(clock)
+    , m_wayland(wayland)
+    // Looked up when a command arrives, so menus rendered before the handler was set still reach it.
+    , m_renderer(formatter, clock, [this](MenuCommand command, std::int64_t tag) { perform(command, tag); })
+    , m_trayMenu([this](MenuCommand command, std::int64_t tag) { perform(command, tag); })
+    , m_trayService(m_trayItem, m_trayMenu, std::move(bus)) {
+    QObject::connect(&m_strip, &StatusStripWidget::clicked, &m_strip, [this] { popUpMenuUnderStrip(); });
+    QObject::connect(&m_trayItem, &StatusNotifierItem::activateRequested, &m_trayItem,
+                     [this](const QPoint& position) { showDashboard(position); });
+    QObject::connect(&m_trayItem, &StatusNotifierItem::contextMenuRequested, &m_trayItem,
+                     [this](const QPoint& position) {
+                         if (m_wayland) {
+                             showDashboard(position);
+                         } else {
+                             popUpMenuAt(position);
+                         }
+                     });
+    QObject::connect(&m_trayService, &StatusNotifierService::hostedChanged, &m_trayService,
+                     [this](bool hosted) { hostedChanged(hosted); });
+    m_fallbackDelay.setSingleShot(true);
+    m_fallbackDelay.setInterval(kFallbackDelayMs);
+    QObject::connect(&m_fallbackDelay, &QTimer::timeout, &m_strip, [this] { present(); });
 }
 
 QtStatusItem::~QtStatusItem() = default;
 
 void QtStatusItem::setCommandHandler(MenuRenderer::CommandHandler handler) {
     m_onCommand = std::move(handler);
+}
+
+void QtStatusItem::perform(MenuCommand command, std::int64_t tag) {
+    if (m_onCommand) {
+        m_onCommand(command, tag);
+    }
 }
 
 QString QtStatusItem::mark(const QString& title) {
@@ -60,16 +73,31 @@ QString QtStatusItem::mark(const QString& title) {
 }
 
 void QtStatusItem::setTitle(const std::string& title) {
-    m_strip.setTitle(QString::fromStdString(title));
-    updateTrayIcon();
+    m_title = QString::fromStdString(title);
+    m_strip.setTitle(m_title);
+    if (m_window) {
+        m_window->setTitle(m_title);
+    }
+
+    const QString titleMark = mark(m_title);
+    const QString label = m_title.mid(titleMark.size());
+    // The panel keeps the label's room while a refresh runs, so the items
+    // beside it do not shift left and back every minute.
+    const bool refreshing =
+        label == QString::fromUtf8(StatusTitle::kRefreshingSuffix.data(),
+                                   static_cast<qsizetype>(StatusTitle::kRefreshingSuffix.size()));
+    if (!refreshing || m_labelGuide.size() < label.size()) {
+        m_labelGuide = label;
+    }
+    const SniIconPixmapList icon =
+        titleMark == m_trayItem.mark() ? m_trayItem.iconPixmap() : trayIcon(titleMark);
+    m_trayItem.setTitle(titleMark, label, m_labelGuide, icon);
 }
 
 void QtStatusItem::setToolTip(const std::string& toolTip) {
     const QString text = QString::fromStdString(toolTip);
     m_strip.setToolTip(text);
-    if (m_trayIcon) {
-        m_trayIcon->setToolTip(text);
-    }
+    m_trayItem.setToolTipTitle(text);
 }
 
 void QtStatusItem::attachMenu() {
@@ -77,22 +105,93 @@ void QtStatusItem::attachMenu() {
         return;
     }
     m_menuAttached = true;
-    m_strip.show();
-    if (m_trayIcon) {
-        m_trayIcon->setContextMenu(&m_menu);
-        QObject::connect(m_trayIcon.get(), &QSystemTrayIcon::activated, &m_menu,
-                         [this](QSystemTrayIcon::ActivationReason reason) {
-                             if (reason == QSystemTrayIcon::Trigger) {
-                                 popUpMenuAtCursor();
-                             }
-                         });
-        updateTrayIcon();
-        m_trayIcon->show();
-    }
+    m_trayService.start();
+    present();
 }
 
 void QtStatusItem::menuDidChange(const std::vector<MenuItem>& items) {
+    m_items = items;
     m_renderer.render(items, m_menu);
+    m_trayMenu.setMenu(items);
+    // A hidden popover is brought up to date when it next opens.
+    if (m_popover && m_popover->isVisible()) {
+        m_popover->setMenu(items);
+    }
+    if (m_window) {
+        m_window->setMenu(items);
+    }
+}
+
+void QtStatusItem::hostedChanged(bool hosted) {
+    if (hosted) {
+        m_fallbackDelay.stop();
+        present();
+    } else if (m_presentation == Presentation::TrayItem) {
+        m_fallbackDelay.start();
+    } else {
+        present();
+    }
+}
+
+void QtStatusItem::present() {
+    if (!m_menuAttached) {
+        return;
+    }
+    m_presentation = presentationFor(m_trayService.isHosted(), m_wayland);
+    m_strip.setVisible(m_presentation == Presentation::Strip);
+    if (m_presentation == Presentation::Window) {
+        MenuPanel& window = ensurePanel(m_window, MenuPanel::Role::Window);
+        window.setTitle(m_title);
+        window.show();
+    } else if (m_window) {
+        m_window->hide();
+    }
+    if (m_presentation != Presentation::TrayItem) {
+        if (m_popover) {
+            m_popover->hide();
+        }
+    }
+}
+
+MenuPanel& QtStatusItem::ensurePanel(std::unique_ptr<MenuPanel>& panel, MenuPanel::Role role) {
+    if (!panel) {
+        panel = std::make_unique<MenuPanel>(
+            role, m_formatter, m_clock,
+            [this](MenuCommand command, std::int64_t tag) { perform(command, tag); });
+        panel->setMenu(m_items);
+        if (role == MenuPanel::Role::Window) {
+            QObject::connect(panel.get(), &MenuPanel::closed, panel.get(),
+                             [this] { perform(MenuCommand::Quit, 0); });
+        }
+    }
+    return *panel;
+}
+
+void QtStatusItem::showDashboard(const QPoint& position) {
+    if (!m_wayland) {
+        popUpMenuAt(position);
+        return;
+    }
+    MenuPanel& popover = ensurePanel(m_popover, MenuPanel::Role::Popover);
+    // The icon's click toggles the dashboard, as it toggles a menu.
+    if (popover.isVisible()) {
+        popover.hide();
+        return;
+    }
+    popover.setMenu(m_items);
+    const QString token = m_trayItem.takeActivationToken();
+    if (!token.isEmpty()) {
+        // Qt hands it to the compositor with the window's activation request.
+        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+    }
+    popover.show();
+    popover.raise();
+    popover.activateWindow();
+}
+
+void QtStatusItem::popUpMenuAt(const QPoint& position) {
+    // Hosts that cannot tell where the icon is say (0, 0); the pointer is then the best guess.
+    m_menu.popup(position.isNull() ? QCursor::pos() : position);
 }
 
 void QtStatusItem::popUpMenuUnderStrip() {
@@ -102,21 +201,6 @@ void QtStatusItem::popUpMenuUnderStrip() {
     const QScreen* screen = m_strip.screen();
     const QRect available = screen ? screen->availableGeometry() : m_strip.geometry();
     m_menu.popup(StatusStripWidget::popupPosition(m_strip.frameGeometry(), m_menu.sizeHint(), available));
-}
-
-void QtStatusItem::popUpMenuAtCursor() {
-    m_menu.popup(QCursor::pos());
-}
-
-void QtStatusItem::updateTrayIcon() {
-    if (!m_trayIcon) {
-        return;
-    }
-    const QString current = mark(m_strip.title());
-    if (!current.isEmpty() && current != m_trayMark) {
-        m_trayMark = current;
-        m_trayIcon->setIcon(markIcon(current));
-    }
 }
 
 } // namespace quorvane

@@ -1,27 +1,47 @@
-// The status item on a Linux desktop: the menu-bar strip, a tray icon where there is a tray, and their menu.
+// The status item on a Linux desktop: an item in the desktop's status area, or a strip or window where none
+// is hosted.
 #pragma once
 
+#include "gui/MenuPanel.h"
 #include "gui/MenuRenderer.h"
 #include "gui/StatusStripWidget.h"
 #include "platform/StatusItem.h"
+#include "tray/DBusMenuExporter.h"
+#include "tray/StatusNotifierItem.h"
+#include "tray/StatusNotifierService.h"
 
+#include <QDBusConnection>
 #include <QMenu>
 #include <QString>
+#include <QTimer>
 
 #include <memory>
-
-class QSystemTrayIcon;
+#include <vector>
 
 namespace quorvane {
 
-// Both the strip and the tray icon open the one menu, which is re-rendered
-// whole from the delegate's tree on every change. The strip and the tray
-// icon appear when the menu is attached, the last step of the launch.
+// Exactly one face at a time. Where a panel hosts status items (KDE Plasma,
+// GNOME with the AppIndicator extension, XFCE, waybar, ...) the app is a
+// StatusNotifierItem: the mark as its icon, the rest of the title as its
+// label, the title in its tooltip, the menu over dbusmenu, and the dashboard
+// on the primary click. Where none does, a bare X11 screen gets the strip at
+// the top right and Wayland a small window. The face follows the panel as
+// it comes and goes.
 class QtStatusItem : public StatusItem {
 public:
+    enum class Presentation { Hidden, TrayItem, Strip, Window };
+
+    // A panel that went away is given this long to come back (a restart of
+    // waybar, a shell reload) before the app shows a face of its own.
+    static constexpr int kFallbackDelayMs = 3000;
+
+    // `wayland`: the display server places every window itself.
+    static Presentation presentationFor(bool hosted, bool wayland);
+
     // Needs a QApplication. The formatter and clock outlive the item; commands
-    // reach the handler given later, once the delegate that performs them exists.
-    QtStatusItem(const Formatter& formatter, const Clock& clock);
+    // reach the handler given later, once the delegate that performs them
+    // exists. A disconnected `bus` means no panel can ever host the item.
+    QtStatusItem(const Formatter& formatter, const Clock& clock, QDBusConnection bus, bool wayland);
     ~QtStatusItem() override;
     QtStatusItem(const QtStatusItem&) = delete;
     QtStatusItem& operator=(const QtStatusItem&) = delete;
@@ -34,24 +54,45 @@ public:
     void attachMenu() override;
     void menuDidChange(const std::vector<MenuItem>& items) override;
 
+    Presentation presentation() const { return m_presentation; }
     QMenu& menu() { return m_menu; }
     StatusStripWidget& strip() { return m_strip; }
+    StatusNotifierItem& trayItem() { return m_trayItem; }
+    DBusMenuExporter& trayMenu() { return m_trayMenu; }
+    // Made when first shown.
+    MenuPanel* popover() { return m_popover.get(); }
+    MenuPanel* window() { return m_window.get(); }
 
     // The title's first user-perceived character: the whale or the warning sign.
     static QString mark(const QString& title);
 
 private:
+    void present();
+    void hostedChanged(bool hosted);
+    void showDashboard(const QPoint& position);
+    void popUpMenuAt(const QPoint& position);
     void popUpMenuUnderStrip();
-    void popUpMenuAtCursor();
-    void updateTrayIcon();
+    void perform(MenuCommand command, std::int64_t tag);
+    MenuPanel& ensurePanel(std::unique_ptr<MenuPanel>& panel, MenuPanel::Role role);
 
+    const Formatter& m_formatter;
+    const Clock& m_clock;
+    const bool m_wayland;
     MenuRenderer::CommandHandler m_onCommand;
     MenuRenderer m_renderer;
     StatusStripWidget m_strip;
     QMenu m_menu;
-    std::unique_ptr<QSystemTrayIcon> m_trayIcon;
-    QString m_trayMark;
+    std::unique_ptr<MenuPanel> m_popover;
+    std::unique_ptr<MenuPanel> m_window;
+    StatusNotifierItem m_trayItem;
+    DBusMenuExporter m_trayMenu;
+    StatusNotifierService m_trayService;
+    QTimer m_fallbackDelay;
+    std::vector<MenuItem> m_items;
+    QString m_title;
+    QString m_labelGuide;
     bool m_menuAttached = false;
+    Presentation m_presentation = Presentation::Hidden;
 };
 
 } // namespace quorvane

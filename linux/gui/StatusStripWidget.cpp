@@ -29,6 +29,10 @@ StatusStripWidget::StatusStripWidget(QWidget* parent)
     setFocusPolicy(Qt::NoFocus);
     resize(sizeHint());
     placeAtTopRight();
+    // A panel that starts after the app, or changes its size, moves the work area.
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        connect(screen, &QScreen::availableGeometryChanged, this, [this] { placeAtTopRight(); });
+    }
 }
 
 void StatusStripWidget::setTitle(const QString& title) {

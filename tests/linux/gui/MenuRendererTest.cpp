@@ -33,22 +33,9 @@ protected:
     GuiFakePlatform gui;
     AppDelegate delegate{gui.platform()};
 
-    MenuRendererTest() {
-        gui.statusItem.setCommandHandler(
-            [this](MenuCommand command, std::int64_t tag) { delegate.perform(command, tag); });
-    }
+    MenuRendererTest() { gui.route(delegate); }
 
-    // Two refreshes a minute apart, two currencies, then two minutes later a rebuild.
-    void reachTwoCurrencyDashboard() {
-        gui.fake.storeKey("sk-test");
-        delegate.applicationDidFinishLaunching();
-        gui.fake.http.respond(200, balanceBody({{"CNY", "70.00"}, {"USD", "12.50"}}));
-        gui.fake.clock.advance(60);
-        delegate.refreshBalance();
-        gui.fake.http.respond(200, balanceBody({{"CNY", "69.5"}, {"USD", "0.75"}}));
-        gui.fake.clock.advance(120);
-        delegate.rebuildMenu();
-    }
+    void reachTwoCurrencyDashboard() { gui.reachTwoCurrencyDashboard(delegate); }
 
     QMenu& menu() { return gui.statusItem.menu(); }
 };

@@ -1,0 +1,146 @@
+#include "tray/StatusNotifierService.h"
+
+#include "tray/DBusMenuExporter.h"
+#include "tray/DBusMenuTypes.h"
+#include "tray/StatusNotifierItem.h"
+#include "tray/StatusNotifierTypes.h"
+
+#include <QCoreApplication>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusVariant>
+
+namespace quorvane {
+
+namespace {
+
+constexpr QDBusConnection::RegisterOptions kExported = QDBusConnection::ExportScriptableSlots |
+                                                       QDBusConnection::ExportScriptableSignals |
+                                                       QDBusConnection::ExportAllProperties;
+
+QDBusMessage watcherCall(const char* method) {
+    return QDBusMessage::createMethodCall(QString::fromLatin1(StatusNotifierService::kWatcherService),
+                                          QString::fromLatin1(StatusNotifierService::kWatcherPath),
+                                          QString::fromLatin1(StatusNotifierService::kWatcherInterface),
+                                          QString::fromLatin1(method));
+}
+
+} // namespace
+
+StatusNotifierService::StatusNotifierService(StatusNotifierItem& item, DBusMenuExporter& menu,
+                                             QDBusConnection connection, QObject* parent)
+    : QObject(parent)
+    , m_item(item)
+    , m_menu(menu)
+    , m_connection(std::move(connection)) {}
+
+StatusNotifierService::~StatusNotifierService() {
+    if (m_started) {
+        m_connection.unregisterObject(QString::fromLatin1(StatusNotifierItem::kObjectPath));
+        m_connection.unregisterObject(QString::fromLatin1(DBusMenuExporter::kObjectPath));
+        m_connection.unregisterService(m_serviceName);
+    }
+}
+
+bool StatusNotifierService::start() {
+    if (m_started) {
+        return true;
+    }
+    if (!m_connection.isConnected()) {
+        return false;
+    }
+    registerStatusNotifierTypes();
+    registerDBusMenuTypes();
+    // The protocol's name for an item: the process and a count of its items.
+    m_serviceName = QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid());
+    if (!m_connection.registerService(m_serviceName)) {
+        return false;
+    }
+    if (!m_connection.registerObject(QString::fromLatin1(StatusNotifierItem::kObjectPath), &m_item,
+                                     kExported) ||
+        !m_connection.registerObject(QString::fromLatin1(DBusMenuExporter::kObjectPath), &m_menu,
+                                     kExported)) {
+        m_connection.unregisterObject(QString::fromLatin1(StatusNotifierItem::kObjectPath));
+        m_connection.unregisterService(m_serviceName);
+        return false;
+    }
+    m_started = true;
+
+    const QString watcher = QString::fromLatin1(kWatcherService);
+    m_watcherWatcher.setConnection(m_connection);
+    m_watcherWatcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
+    m_watcherWatcher.addWatchedService(watcher);
+    connect(&m_watcherWatcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            &StatusNotifierService::watcherOwnerChanged);
+    const QString path = QString::fromLatin1(kWatcherPath);
+    const QString interface = QString::fromLatin1(kWatcherInterface);
+    m_connection.connect(watcher, path, interface, QStringLiteral("StatusNotifierHostRegistered"), this,
+                         SLOT(hostRegistered()));
+    m_connection.connect(watcher, path, interface, QStringLiteral("StatusNotifierHostUnregistered"), this,
+                         SLOT(hostUnregistered()));
+
+    // Asked of the bus itself, which answers at once: the launch can tell
+    // whether a panel is there before it decides what to show.
+    if (m_connection.interface()->isServiceRegistered(watcher)) {
+        m_hosted = true;
+        registerWithWatcher();
+    }
+    return true;
+}
+
+void StatusNotifierService::watcherOwnerChanged(const QString&, const QString&, const QString& newOwner) {
+    if (newOwner.isEmpty()) {
+        setHosted(false);
+        return;
+    }
+    // A new or restarted watcher knows nothing of the items registered before.
+    registerWithWatcher();
+}
+
+void StatusNotifierService::hostRegistered() {
+    setHosted(true);
+}
+
+void StatusNotifierService::hostUnregistered() {
+    askWhetherAHostIsRegistered();
+}
+
+void StatusNotifierService::registerWithWatcher() {
+    QDBusMessage call = watcherCall("RegisterStatusNotifierItem");
+    call << m_serviceName;
+    auto* pending = new QDBusPendingCallWatcher(m_connection.asyncCall(call), this);
+    connect(pending, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
+        finished->deleteLater();
+        if (finished->isError()) {
+            setHosted(false);
+            return;
+        }
+        askWhetherAHostIsRegistered();
+    });
+}
+
+void StatusNotifierService::askWhetherAHostIsRegistered() {
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QString::fromLatin1(kWatcherService), QString::fromLatin1(kWatcherPath),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    call << QString::fromLatin1(kWatcherInterface) << QStringLiteral("IsStatusNotifierHostRegistered");
+    auto* pending = new QDBusPendingCallWatcher(m_connection.asyncCall(call), this);
+    connect(pending, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
+        finished->deleteLater();
+        const QDBusPendingReply<QDBusVariant> reply = *finished;
+        // A watcher that keeps the property to itself is taken at its word
+        // that it watches for a host.
+        setHosted(reply.isError() || reply.value().variant().toBool());
+    });
+}
+
+void StatusNotifierService::setHosted(bool hosted) {
+    if (hosted != m_hosted) {
+        m_hosted = hosted;
+        emit hostedChanged(hosted);
+    }
+}
+
+} // namespace quorvane

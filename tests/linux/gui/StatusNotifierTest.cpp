@@ -1,0 +1,173 @@
+#include "FakeStatusNotifierWatcher.h"
+#include "GuiFakePlatform.h"
+#include "app/AppDelegate.h"
+#include "gui/MarkIcon.h"
+#include "gui/QtStatusItem.h"
+
+#include <QDBusConnection>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTest>
+#include <gtest/gtest.h>
+
+// These run on a session bus of their own (dbus-run-session), where the test
+// plays the panel: a watcher on a connection of its own that comes and goes.
+namespace quorvane {
+namespace {
+
+using Presentation = QtStatusItem::Presentation;
+
+const QString kWhale = QString::fromUtf8("\xF0\x9F\x90\x8B");
+const QString kWarning = QString::fromUtf8("\xE2\x9A\xA0\xEF\xB8\x8F");
+
+class SessionBusStatusNotifierTest : public ::testing::Test {
+protected:
+    explicit SessionBusStatusNotifierTest(bool wayland = false)
+        : gui(QDBusConnection::sessionBus(), wayland) {
+        gui.route(delegate);
+    }
+    ~SessionBusStatusNotifierTest() override { watcher.stop(); }
+
+    static QDBusConnection panelConnection() {
+        return QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("panel"));
+    }
+
+    FakeStatusNotifierWatcher watcher{panelConnection()};
+    GuiFakePlatform gui;
+    AppDelegate delegate{gui.platform()};
+    QtStatusItem& item = gui.statusItem;
+    StatusNotifierItem& tray = gui.statusItem.trayItem();
+    const QString service =
+        QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid());
+};
+
+class SessionBusWaylandStatusNotifierTest : public SessionBusStatusNotifierTest {
+protected:
+    SessionBusWaylandStatusNotifierTest()
+        : SessionBusStatusNotifierTest(true) {}
+};
+
+TEST(StatusPresentationTest, OneFaceForEachDesktop) {
+    EXPECT_EQ(QtStatusItem::presentationFor(true, false), Presentation::TrayItem);
+    EXPECT_EQ(QtStatusItem::presentationFor(true, true), Presentation::TrayItem);
+    EXPECT_EQ(QtStatusItem::presentationFor(false, false), Presentation::Strip);
+    EXPECT_EQ(QtStatusItem::presentationFor(false, true), Presentation::Window);
+}
+
+TEST_F(SessionBusStatusNotifierTest, WithAPanelTheItemCarriesTheTitleAndNoStripAppears) {
+    ASSERT_TRUE(watcher.start());
+    gui.fake.storeKey("sk-test");
+    delegate.applicationDidFinishLaunching();
+
+    EXPECT_EQ(item.presentation(), Presentation::TrayItem);
+    EXPECT_FALSE(item.strip().isVisible());
+    QTRY_COMPARE(watcher.registeredItems(), QStringList{service});
+    EXPECT_EQ(tray.label(), " ...");
+    EXPECT_EQ(tray.toolTip().title, "Quorvane");
+    EXPECT_EQ(tray.toolTip().text, kWhale + " ...");
+
+    gui.fake.http.respond(200, balanceBody({{"USD", "12.50"}}));
+    EXPECT_EQ(tray.mark(), kWhale);
+    EXPECT_EQ(tray.label(), " $12.50");
+    EXPECT_EQ(tray.labelGuide(), " $12.50");
+    EXPECT_EQ(tray.toolTip().text, kWhale + " $12.50");
+    ASSERT_EQ(tray.iconPixmap().size(), 6);
+    EXPECT_EQ(tray.iconPixmap().first().width, 16);
+    EXPECT_EQ(tray.iconPixmap().last().toImage(),
+              MarkIcon::render(kWhale, 64).convertToFormat(QImage::Format_ARGB32));
+
+    // While a refresh runs the panel keeps the balance's room for the label.
+    QSignalSpy newIcon(&tray, &StatusNotifierItem::NewIcon);
+    QSignalSpy newLabel(&tray, &StatusNotifierItem::XAyatanaNewLabel);
+    delegate.refreshBalance();
+    EXPECT_EQ(tray.label(), " ...");
+    EXPECT_EQ(tray.labelGuide(), " $12.50");
+    EXPECT_EQ(newIcon.size(), 0);
+
+    gui.fake.http.respond(200, balanceBody({{"USD", "0.75"}}));
+    EXPECT_EQ(tray.mark(), kWarning);
+    EXPECT_EQ(tray.label(), " $0.75");
+    EXPECT_EQ(tray.toolTip().text, kWarning + " $0.75");
+    EXPECT_EQ(newIcon.size(), 1);
+    EXPECT_EQ(newLabel.size(), 2);
+    EXPECT_NE(tray.iconPixmap().last().toImage(),
+              MarkIcon::render(kWhale, 64).convertToFormat(QImage::Format_ARGB32));
+}
+
+TEST_F(SessionBusStatusNotifierTest, TheItemFollowsThePanelAsItComesGoesAndRestarts) {
+    delegate.applicationDidFinishLaunching();
+    EXPECT_EQ(item.presentation(), Presentation::Strip);
+    ASSERT_TRUE(item.strip().isVisible());
+    const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
+    EXPECT_TRUE(available.contains(item.strip().frameGeometry())) << "never over a panel";
+
+    ASSERT_TRUE(watcher.start());
+    QTRY_COMPARE(item.presentation(), Presentation::TrayItem);
+    EXPECT_FALSE(item.strip().isVisible());
+    QTRY_COMPARE(watcher.registeredItems(), QStringList{service});
+
+    // A panel that goes away gets a moment to come back before the strip returns.
+    watcher.stop();
+    QTest::qWait(500);
+    EXPECT_EQ(item.presentation(), Presentation::TrayItem);
+    EXPECT_FALSE(item.strip().isVisible());
+    QTRY_COMPARE_WITH_TIMEOUT(item.presentation(), Presentation::Strip,
+                              QtStatusItem::kFallbackDelayMs + 2000);
+    EXPECT_TRUE(item.strip().isVisible());
+
+    // A restarted watcher knows nothing of the item until it registers again.
+    ASSERT_TRUE(watcher.start());
+    QTRY_COMPARE(watcher.registeredItems(), QStringList{service});
+    EXPECT_EQ(watcher.registrations(), 2);
+    QTRY_COMPARE(item.presentation(), Presentation::TrayItem);
+    EXPECT_FALSE(item.strip().isVisible());
+}
+
+TEST_F(SessionBusWaylandStatusNotifierTest, WithoutAHostTheAppIsOneSmallWindowThatQuitsWhenClosed) {
+    // A watcher that no panel reads shows nothing: GNOME with the extension switched off.
+    ASSERT_TRUE(watcher.start(false));
+    delegate.applicationDidFinishLaunching();
+    QTRY_COMPARE(item.presentation(), Presentation::Window);
+    ASSERT_NE(item.window(), nullptr);
+    MenuPanel& window = *item.window();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_FALSE(item.strip().isVisible());
+    EXPECT_EQ(window.windowTitle(), "Quorvane");
+    EXPECT_FALSE(window.windowFlags().testFlag(Qt::FramelessWindowHint));
+
+    watcher.setHostRegistered(true);
+    QTRY_COMPARE(item.presentation(), Presentation::TrayItem);
+    EXPECT_FALSE(window.isVisible()) << "never two status items";
+
+    watcher.setHostRegistered(false);
+    QTRY_COMPARE_WITH_TIMEOUT(item.presentation(), Presentation::Window,
+                              QtStatusItem::kFallbackDelayMs + 2000);
+    ASSERT_TRUE(window.isVisible());
+    window.close();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(gui.fake.desktop.log().back(), "terminate");
+}
+
+TEST_F(SessionBusWaylandStatusNotifierTest, ThePrimaryClickTogglesAFloatingDashboard) {
+    ASSERT_TRUE(watcher.start());
+    gui.reachTwoCurrencyDashboard(delegate);
+    ASSERT_EQ(item.popover(), nullptr) << "made when first shown";
+
+    tray.Activate(0, 0);
+    ASSERT_NE(item.popover(), nullptr);
+    MenuPanel& popover = *item.popover();
+    EXPECT_TRUE(popover.isVisible());
+    EXPECT_EQ(popover.role(), MenuPanel::Role::Popover);
+    // A fixed size is what tiling compositors float.
+    EXPECT_EQ(popover.minimumSize(), popover.maximumSize());
+    tray.Activate(0, 0);
+    EXPECT_FALSE(popover.isVisible());
+
+    tray.Activate(0, 0);
+    QTest::keyClick(&popover, Qt::Key_Escape);
+    EXPECT_FALSE(popover.isVisible());
+}
+
+} // namespace
+} // namespace quorvane
