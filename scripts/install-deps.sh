@@ -15,6 +15,8 @@ packages=(
     gnome-keyring dbus dbus-x11 libsecret-tools xvfb xauth
     # emoji in the title, the menu and the cards
     fonts-noto-color-emoji
+    # the cards' UI font, drawn to the proportions their frames were made for
+    fonts-inter
     # sanitizer and fuzzer runtimes
     libclang-rt-14-dev
 )

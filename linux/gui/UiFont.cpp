@@ -1,5 +1,6 @@
 #include "gui/UiFont.h"
 
+#include <QFontDatabase>
 #include <QFontInfo>
 #include <QGuiApplication>
 #include <QStringList>
@@ -26,13 +27,20 @@ QFont::Weight qtWeight(FontWeight weight) {
 
 } // namespace
 
-QFont UiFont::font(const Font& font) {
-    QFont result = QGuiApplication::font();
+QString UiFont::family() {
+    const QString preferred = QString::fromLatin1(kPreferredFamily);
+    if (QFontDatabase::hasFamily(preferred)) {
+        return preferred;
+    }
     // The application font often names a fontconfig alias ("Sans Serif"); a
     // family list must start with a real family or Qt takes the next one as
     // the primary and draws every digit and blank from the emoji font.
-    const QString family = QFontInfo(result).family();
-    result.setFamilies(QStringList{family, QString::fromLatin1(kEmojiFamily)});
+    return QFontInfo(QGuiApplication::font()).family();
+}
+
+QFont UiFont::font(const Font& font) {
+    QFont result = QGuiApplication::font();
+    result.setFamilies(QStringList{family(), QString::fromLatin1(kEmojiFamily)});
     result.setPixelSize(std::max(1, static_cast<int>(std::lround(font.size))));
     result.setWeight(qtWeight(font.weight));
     return result;

@@ -5,6 +5,7 @@
 #include "fakes/BalanceBody.h"
 #include "gui/ChartWidget.h"
 #include "gui/ElidedLabel.h"
+#include "gui/UiFont.h"
 
 #include <QFontMetrics>
 #include <QImage>
@@ -102,6 +103,45 @@ TEST_F(CardWidgetTest, ABalanceTooWideIsCutAtTheTailAndAnUnavailableAccountIsRed
     EXPECT_EQ(balance.text(), "$12,345,678,901.25");
     balance.resize(150, 34);
     EXPECT_TRUE(balance.text().endsWith(QChar(0x2026)));
+}
+
+// The frames were drawn for the Mac's system font; Inter keeps its
+// proportions. What fits: every USD balance up to $9,999.99, a CNY balance
+// up to CN¥999.99 in an English locale, "No balance", and the longest footer
+// (59 minutes after a refresh at the 15-minute interval). Wider amounts end
+// in an ellipsis, as they do on the Mac.
+TEST_F(CardWidgetTest, TheWidestRealisticTextsFitTheirFramesInTheCardsFont) {
+    ASSERT_EQ(UiFont::family(), "Inter") << "scripts/install-deps.sh installs fonts-inter";
+    struct FitCase {
+        std::string body;
+        std::size_t label;
+        std::string shown;
+    };
+    const std::string noBalance = R"({"is_available":false,"balance_infos":[]})";
+    const std::vector<FitCase> cases = {
+        {balanceBody({{"USD", "9999.99"}}), 1, "$9,999.99"},
+        {balanceBody({{"USD", "99999.99"}}), 1, "$99,999.\xE2\x80\xA6"},
+        {balanceBody({{"CNY", "999.99"}}), 1,
+         "CN\xC2\xA5"
+         "999.99"},
+        {balanceBody({{"CNY", "9999.99"}}), 1,
+         "CN\xC2\xA5"
+         "9,999\xE2\x80\xA6"},
+        {noBalance, 1, "No balance"},
+        {noBalance, 3, "No balance"},
+        {balanceBody({{"USD", "9999.99"}}), 4, "Updated 59 min. ago \xE2\x80\xA2 15 min auto-refresh"},
+    };
+    gui.fake.storeKey("sk-test");
+    delegate.refreshIntervalClicked(900);
+    for (const FitCase& fit : cases) {
+        SCOPED_TRACE(fit.shown);
+        delegate.refreshBalance();
+        gui.fake.http.respond(200, fit.body);
+        gui.fake.clock.advance(59 * 60);
+        const MenuItem item = delegate.dashboardItem(*delegate.lastResponse());
+        const CardWidget card(*item.card, gui.fake.formatter, gui.fake.clock);
+        EXPECT_EQ(labels(card).at(fit.label)->text().toStdString(), fit.shown);
+    }
 }
 
 } // namespace
