@@ -13,6 +13,9 @@ packages=(
     qt6-base-dev libsecret-1-dev
     # a real Secret Service and a display for the tests and screenshots
     gnome-keyring dbus dbus-x11 libsecret-tools xvfb xauth
+    # the desktop sessions the tests run the app in: X11 with a work area,
+    # and Wayland (sway with waybar as panel and tray, Qt's Wayland plugin)
+    x11-utils python3 sway waybar grim qt6-wayland libwayland-dev
     # emoji in the title, the menu and the cards
     fonts-noto-color-emoji
     # the cards' UI font, drawn to the proportions their frames were made for

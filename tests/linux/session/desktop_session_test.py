@@ -1,0 +1,473 @@
+#!/usr/bin/env python3
+"""Quorvane in real desktop sessions, as a user meets it.
+
+    desktop_session_test.py wayland|x11 --quorvane BIN --pointer BIN --watcher BIN --out DIR
+
+wayland: sway (headless, software rendering) with waybar as its panel and
+tray. The desktop app must open no window of its own, register its item
+with waybar's watcher, carry the title as its label and tooltip, serve the
+same menu over dbusmenu as the command line prints, carry out clicks on
+that menu, change its icon when the balance goes low, and open the dashboard
+as a floating window wholly on the output when its tray icon is clicked.
+Screenshots of the panel and of the dashboard go to --out.
+
+x11: Xvfb whose work area leaves room for a 32-pixel top panel. With no
+watcher the strip lies inside the work area; a watcher that appears takes
+the strip away; with one from the start no window appears, and the primary
+click opens the menu at the tray icon.
+
+Runs inside a session bus of its own (run-in-session.sh) and stops every
+process it started. Standard library only.
+"""
+import argparse
+import http.server
+import json
+import os
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+
+WHALE = "\U0001F40B"
+WARNING = "\u26A0\uFE0F"
+WIDTH, HEIGHT = 1280, 800
+BAR_HEIGHT = 30
+APP_ID = "app.quorvane.Quorvane"
+
+
+class Failure(Exception):
+    pass
+
+
+def check(condition, message):
+    if not condition:
+        raise Failure(message)
+
+
+def wait_for(what, probe, timeout=15.0):
+    """The first truthy answer of probe() within the timeout."""
+    deadline = time.monotonic() + timeout
+    last = None
+    while time.monotonic() < deadline:
+        try:
+            last = probe()
+        except (subprocess.CalledProcessError, ValueError, KeyError, IndexError) as error:
+            last = error
+        else:
+            if last:
+                return last
+        time.sleep(0.1)
+    raise Failure("timed out waiting for %s (last: %r)" % (what, last))
+
+
+class BalanceServer:
+    """The balance endpoint on 127.0.0.1, with a balance the test sets and a request count."""
+
+    KEY = "sk-session-test"
+
+    def __init__(self):
+        self.total = "12.34"
+        self.requests = 0
+        owner = self
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            protocol_version = "HTTP/1.1"
+
+            def do_GET(self):
+                owner.requests += 1
+                ok = self.headers.get("Authorization") == "Bearer " + owner.KEY
+                body = json.dumps({"is_available": True, "balance_infos": [{
+                    "currency": "USD", "total_balance": owner.total,
+                    "granted_balance": "0.00", "topped_up_balance": owner.total}]}).encode()
+                self.send_response(200 if ok else 401)
+                self.send_header("Content-Type", "application/json")
+                self.send_header("Content-Length", str(len(body)))
+                self.send_header("Connection", "close")
+                self.end_headers()
+                self.wfile.write(body)
+                self.close_connection = True
+
+            def log_message(self, *args):
+                pass
+
+        self.server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+        threading.Thread(target=self.server.serve_forever, daemon=True).start()
+        self.url = "http://127.0.0.1:%d" % self.server.server_address[1]
+
+    def stop(self):
+        self.server.shutdown()
+
+
+class Session:
+    def __init__(self, args):
+        self.binaries = {"quorvane": args.quorvane, "quorvane_virtual_pointer": args.pointer,
+                         "quorvane_fake_watcher": args.watcher}
+        self.out = args.out
+        self.scratch = tempfile.mkdtemp(prefix="quorvane-session-")
+        self.processes = []
+        self.env = dict(os.environ)
+        for name in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "SWAYSOCK", "LC_ALL"):
+            self.env.pop(name, None)
+        for name in ("home", "config", "runtime"):
+            os.makedirs(self.path(name), mode=0o700)
+        self.env.update(HOME=self.path("home"), XDG_CONFIG_HOME=self.path("config"),
+                        XDG_RUNTIME_DIR=self.path("runtime"), LANG="en_US.UTF-8", TZ="UTC",
+                        QUORVANE_SECRET_STORE="file")
+        os.makedirs(self.out, exist_ok=True)
+
+    def path(self, *parts):
+        return os.path.join(self.scratch, *parts)
+
+    def binary(self, name):
+        return self.binaries[name]
+
+    def start(self, command, log, env=None, **kwargs):
+        with open(self.path(log), "w") as output:
+            process = subprocess.Popen(command, env=env or self.env, stdout=output,
+                                       stderr=subprocess.STDOUT, **kwargs)
+        self.processes.append((process, log))
+        return process
+
+    def stop(self, process):
+        if process.poll() is None:
+            process.terminate()
+            try:
+                process.wait(5)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.wait()
+
+    def close(self, failed):
+        for process, log in reversed(self.processes):
+            self.stop(process)
+            if failed:
+                with open(self.path(log)) as text:
+                    tail = text.read()[-3000:]
+                print("---- %s ----\n%s" % (log, tail), file=sys.stderr)
+        shutil.rmtree(self.scratch, ignore_errors=True)
+
+    def run(self, *command, stdin=None, env=None):
+        return subprocess.run(command, env=env or self.env, input=stdin, capture_output=True,
+                              text=True, check=True, timeout=30).stdout
+
+    def quorvane(self, *arguments, stdin=None):
+        env = dict(self.env, QT_QPA_PLATFORM="offscreen")
+        return self.run(self.binary("quorvane"), *arguments, stdin=stdin, env=env)
+
+    # ---- D-Bus, through busctl's JSON ----
+
+    def busctl(self, *arguments):
+        return json.loads(self.run("busctl", "--user", "--json=short", *arguments))
+
+    def has_owner(self, name):
+        return self.busctl("call", "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                           "org.freedesktop.DBus", "NameHasOwner", "s", name)["data"][0]
+
+    def registered_items(self):
+        return self.busctl("get-property", "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
+                           "org.kde.StatusNotifierWatcher", "RegisteredStatusNotifierItems")["data"]
+
+    def item_property(self, service, name):
+        return self.busctl("get-property", service, "/StatusNotifierItem", "org.kde.StatusNotifierItem",
+                           name)["data"]
+
+    def menu_layout(self, service):
+        return self.busctl("call", service, "/MenuBar", "com.canonical.dbusmenu", "GetLayout",
+                           "iias", "--", "0", "-1", "0")["data"][1]
+
+    def menu_event(self, service, item_id):
+        self.run("busctl", "--user", "call", service, "/MenuBar", "com.canonical.dbusmenu", "Event",
+                 "isvu", "--", str(item_id), "clicked", "s", "", "0")
+
+    def wait_for_item(self, app):
+        service = "org.kde.StatusNotifierItem-%d-1" % app.pid
+        wait_for("the item to register with the watcher",
+                 lambda: service + "/StatusNotifierItem" in self.registered_items()
+                 or service in self.registered_items())
+        return service
+
+
+# ---- the menu as lines, from dbusmenu and from `quorvane menu --json` ----
+
+def layout_lines(node, indent=""):
+    """One line an item: what a host shows of it."""
+    lines = []
+    for child in node[2]:
+        _, properties, _ = child["data"]
+        values = {name: value["data"] for name, value in properties.items()}
+        if values.get("type") == "separator":
+            lines.append(indent + "---")
+            continue
+        line = indent + ("" if values.get("enabled", True) else "(off) ")
+        if values.get("toggle-type") == "checkmark":
+            line += "[x] " if values.get("toggle-state") == 1 else "[ ] "
+        line += values["label"].replace("__", "_")
+        lines.append(line)
+        if values.get("children-display") == "submenu":
+            lines.extend(layout_lines(child["data"], indent + "  "))
+    return lines
+
+
+def model_lines(items, indent=""):
+    """The same lines from the core's model as the command line prints it."""
+    lines = []
+    for item in items:
+        if item.get("separator"):
+            lines.append(indent + "---")
+        elif "card" in item:
+            lines.extend(indent + "(off) " + label["text"] for label in item["card"]["labels"])
+        elif "submenu" in item:
+            lines.append(indent + item["title"])
+            lines.extend(model_lines(item["submenu"], indent + "  "))
+        elif not item["command"]:
+            lines.append(indent + "(off) " + item["title"])
+        else:
+            line = indent + ("" if item["enabled"] else "(off) ")
+            if item["command"] == "refreshIntervalClicked:":
+                line += "[x] " if item["state"] == "on" else "[ ] "
+            lines.append(line + item["title"])
+    return lines
+
+
+def same_moment(lines):
+    """Two processes rebuild their menus a second or two apart."""
+    return [re.sub(r"\d+ sec\. ago", "N sec. ago", line) for line in lines]
+
+
+def item_id(node, label):
+    for child in node[2]:
+        child_id, properties, _ = child["data"]
+        if properties.get("label", {}).get("data") == label:
+            return child_id
+        found = item_id(child["data"], label)
+        if found is not None:
+            return found
+    return None
+
+
+# ---- Wayland: sway and waybar ----
+
+class Sway:
+    def __init__(self, session):
+        self.session = session
+        config = session.path("sway.conf")
+        with open(config, "w") as out:
+            out.write("output HEADLESS-1 resolution %dx%d\n" % (WIDTH, HEIGHT))
+            out.write("exec waybar -c %s\n" % session.path("waybar.json"))
+        with open(session.path("waybar.json"), "w") as out:
+            json.dump({"layer": "top", "position": "top", "height": BAR_HEIGHT,
+                       "modules-left": ["tray"], "modules-right": ["custom/quorvane"],
+                       "tray": {"icon-size": 20, "spacing": 8},
+                       "custom/quorvane": {"exec": "%s --demo status --json" % session.binary("quorvane"),
+                                           "return-type": "json", "interval": 60}}, out)
+        env = dict(session.env, WLR_BACKENDS="headless", WLR_RENDERER="pixman", WLR_LIBINPUT_NO_DEVICES="1")
+        self.process = session.start(["sway", "-c", config], "sway.log", env=env)
+        runtime = session.path("runtime")
+        socket = wait_for("sway's IPC socket", lambda: [name for name in os.listdir(runtime)
+                                                         if name.startswith("sway-ipc.")])
+        display = wait_for("sway's Wayland socket", lambda: [name for name in os.listdir(runtime)
+                                                              if re.fullmatch(r"wayland-\d+", name)])
+        session.env.update(SWAYSOCK=os.path.join(runtime, socket[0]), WAYLAND_DISPLAY=display[0])
+        # A headless seat has no pointer until one is added; panels then see clicks.
+        pointer = session.start([session.binary("quorvane_virtual_pointer")], "pointer.log")
+        wait_for("the virtual pointer", lambda: open(session.path("pointer.log")).read().startswith("ready")
+                 or pointer.poll() is not None)
+        check(pointer.poll() is None, "the virtual pointer could not be created")
+        wait_for("waybar's StatusNotifierWatcher", lambda: session.has_owner("org.kde.StatusNotifierWatcher"))
+
+    def tree(self):
+        return json.loads(self.session.run("swaymsg", "-t", "get_tree"))
+
+    def views(self):
+        """Every window of an app: (floating, app_id, rect)."""
+        found = []
+
+        def walk(node, floating):
+            if node.get("app_id") is not None or node.get("window") is not None:
+                found.append((floating, node.get("app_id"), node["rect"]))
+            for child in node.get("nodes", []):
+                walk(child, False)
+            for child in node.get("floating_nodes", []):
+                walk(child, True)
+
+        walk(self.tree(), False)
+        return found
+
+    def cursor(self, *command):
+        self.session.run("swaymsg", "seat", "-", "cursor", *command)
+
+    def click(self, x, y):
+        self.cursor("set", str(x), str(y))
+        self.cursor("press", "button1")
+        self.cursor("release", "button1")
+
+    def screenshot(self, name, region=None):
+        path = os.path.join(self.session.out, name)
+        command = ["grim"] + (["-g", region] if region else []) + [path]
+        self.session.run(*command)
+        return path
+
+
+def test_wayland(session):
+    sway = Sway(session)
+    server = BalanceServer()
+    try:
+        session.env["QUORVANE_API_BASE_URL"] = server.url
+        session.quorvane("key", "set", stdin=BalanceServer.KEY + "\n")
+        app_env = dict(session.env, QT_QPA_PLATFORM="wayland")
+        app = session.start([session.binary("quorvane")], "app.log", env=app_env)
+        service = session.wait_for_item(app)
+        wait_for("the balance in the label", lambda: session.item_property(service, "XAyatanaLabel") == " $12.34")
+        label = session.item_property(service, "XAyatanaLabel")
+
+        # The title, as the command line prints it, is the item's label and tooltip.
+        title = session.quorvane("status").rstrip("\n")
+        check(title == WHALE + label, "label %r is not the title %r after its mark" % (label, title))
+        check(session.item_property(service, "ToolTip") == ["", [], "Quorvane", title],
+              "tooltip: %r" % session.item_property(service, "ToolTip"))
+        check(sway.views() == [], "the app opened a window by itself: %r" % sway.views())
+        print("ok: registered, label %r, tooltip %r, no window" % (label, title))
+
+        # The host's menu is the core's model.
+        served = same_moment(layout_lines(session.menu_layout(service)))
+        printed = same_moment(model_lines(json.loads(session.quorvane("menu", "--json"))["menu"]))
+        check(served == printed, "dbusmenu differs from the model:\n%s\n---- model ----\n%s"
+              % ("\n".join(served), "\n".join(printed)))
+        print("ok: dbusmenu matches the model, %d lines" % len(served))
+
+        # Clicks in the host's menu: one request for Refresh Now, a stored interval.
+        before = server.requests
+        icon = session.item_property(service, "IconPixmap")
+        server.total = "0.50"
+        session.menu_event(service, item_id(session.menu_layout(service), "\U0001F504 Refresh Now"))
+        wait_for("the low balance in the label",
+                 lambda: session.item_property(service, "XAyatanaLabel") == " $0.50")
+        time.sleep(1.0)
+        check(server.requests == before + 1, "Refresh Now made %d requests" % (server.requests - before))
+        check(session.item_property(service, "ToolTip")[3] == WARNING + " $0.50", "the tooltip is not marked low")
+        check(session.item_property(service, "IconPixmap") != icon, "the icon did not change for a low balance")
+        session.menu_event(service, item_id(session.menu_layout(service), "5 min"))
+        wait_for("the chosen interval in the menu",
+                 lambda: "  Refresh Interval: 5 min" in layout_lines(session.menu_layout(service)))
+        stored = json.loads(session.quorvane("menu", "--json"))["menu"]
+        check("  Refresh Interval: 5 min" in model_lines(stored), "the interval was not stored")
+        print("ok: one request per Refresh Now, the warning icon when low, the interval stored")
+        session.stop(app)
+
+        # The demo, clicked in the panel as a user would.
+        demo = session.start([session.binary("quorvane"), "--demo"], "demo.log", env=app_env)
+        service = session.wait_for_item(demo)
+        wait_for("the demo's balance", lambda: session.item_property(service, "XAyatanaLabel") == " $26.43")
+        check(sway.views() == [], "the demo opened a window by itself: %r" % sway.views())
+        sway.cursor("set", "20", str(BAR_HEIGHT // 2))
+        time.sleep(2.0)
+        sway.screenshot("wayland-panel.png", "0,0 %dx160" % WIDTH)
+
+        sway.click(20, BAR_HEIGHT // 2)
+        views = wait_for("the dashboard", lambda: [view for view in sway.views() if view[1] == APP_ID])
+        check(len(views) == 1, "more than one window: %r" % views)
+        floating, _, rect = views[0]
+        check(floating, "the dashboard was tiled: %r" % rect)
+        on_output = (rect["x"] >= 0 and rect["y"] >= 0 and rect["x"] + rect["width"] <= WIDTH
+                     and rect["y"] + rect["height"] <= HEIGHT)
+        check(on_output, "the dashboard is not wholly on the output: %r" % rect)
+        check(rect["width"] >= 330 and rect["height"] >= 190, "the dashboard is too small: %r" % rect)
+        print("ok: the tray icon's click opened the dashboard, floating at %r" % rect)
+        # The pointer over the chart's right half: the marker, the bubble and the tooltip.
+        # A warp only enters the window; the chart follows the moves after it.
+        sway.cursor("set", str(rect["x"] + 4 + 18 + 150), str(rect["y"] + 4 + 96 + 30))
+        time.sleep(0.3)
+        sway.cursor("move", "4", "0")
+        time.sleep(2.0)
+        sway.screenshot("wayland-dashboard.png")
+        session.stop(demo)
+    finally:
+        server.stop()
+
+
+# ---- X11: Xvfb with a work area ----
+
+def x11_windows(session):
+    """Quorvane's top-level windows that are mapped: (x, y, width, height)."""
+    tree = session.run("xwininfo", "-root", "-children")
+    windows = []
+    for match in re.finditer(r"(0x[0-9a-f]+) .*\(\"quorvane\" \"quorvane\"\)", tree):
+        info = session.run("xwininfo", "-id", match.group(1))
+        if "IsViewable" not in info:
+            continue
+        value = {key: int(re.search(key + r":\s+(-?\d+)", info).group(1))
+                 for key in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")}
+        windows.append((value["Absolute upper-left X"], value["Absolute upper-left Y"],
+                        value["Width"], value["Height"]))
+    return windows
+
+
+def test_x11(session):
+    number = 90
+    while os.path.exists("/tmp/.X11-unix/X%d" % number) or os.path.exists("/tmp/.X%d-lock" % number):
+        number += 1
+    session.start(["Xvfb", ":%d" % number, "-screen", "0", "%dx%dx24" % (WIDTH, HEIGHT), "-nolisten", "tcp",
+                   # Without it the server resets, properties and all, when xprop disconnects.
+                   "-noreset"],
+                  "xvfb.log")
+    wait_for("Xvfb", lambda: os.path.exists("/tmp/.X11-unix/X%d" % number))
+    session.env.update(DISPLAY=":%d" % number, QT_QPA_PLATFORM="xcb")
+    # A 32-pixel panel at the top, as a window manager announces it.
+    session.run("xprop", "-root", "-f", "_NET_SUPPORTED", "32a", "-set", "_NET_SUPPORTED", "_NET_WORKAREA")
+    session.run("xprop", "-root", "-f", "_NET_WORKAREA", "32c", "-set", "_NET_WORKAREA",
+                "0,32,%d,%d" % (WIDTH, HEIGHT - 32))
+
+    app = session.start([session.binary("quorvane"), "--demo"], "app.log")
+    strip = wait_for("the strip", lambda: x11_windows(session))
+    check(len(strip) == 1, "one strip: %r" % strip)
+    x, y, width, height = strip[0]
+    check(y >= 32 and x + width <= WIDTH and x >= 0, "the strip lies outside the work area: %r" % (strip[0],))
+    print("ok: without a watcher the strip lies inside the work area at %r" % (strip[0],))
+
+    watcher = session.start([session.binary("quorvane_fake_watcher")], "watcher.log")
+    service = session.wait_for_item(app)
+    wait_for("the strip to go", lambda: x11_windows(session) == [])
+    print("ok: a watcher that appears takes the strip away")
+    session.stop(app)
+
+    app = session.start([session.binary("quorvane"), "--demo"], "app2.log")
+    service = session.wait_for_item(app)
+    time.sleep(1.5)
+    check(x11_windows(session) == [], "a window appeared beside the item: %r" % x11_windows(session))
+    session.run("busctl", "--user", "call", service, "/StatusNotifierItem", "org.kde.StatusNotifierItem",
+                "Activate", "ii", "1200", "32")
+    menu = wait_for("the menu", lambda: x11_windows(session))
+    x, y, width, height = menu[0]
+    check(x + width <= WIDTH and y >= 32 and x <= 1200 and abs(y - 32) <= 2,
+          "the menu is not at the tray icon: %r" % (menu[0],))
+    print("ok: with a watcher no window appears, and the click opens the menu at %r" % (menu[0],))
+    session.stop(app)
+    session.stop(watcher)
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("desktop", choices=["wayland", "x11"])
+    parser.add_argument("--quorvane", required=True)
+    parser.add_argument("--pointer", help="quorvane_virtual_pointer, for wayland")
+    parser.add_argument("--watcher", help="quorvane_fake_watcher, for x11")
+    parser.add_argument("--out", required=True)
+    args = parser.parse_args()
+    session = Session(args)
+    failed = True
+    try:
+        (test_wayland if args.desktop == "wayland" else test_x11)(session)
+        failed = False
+    except Failure as failure:
+        print("FAILED: %s" % failure, file=sys.stderr)
+    finally:
+        session.close(failed)
+    print("1 passed, 0 failed" if not failed else "0 passed, 1 failed")
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
