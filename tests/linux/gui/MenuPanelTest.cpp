@@ -5,6 +5,7 @@
 #include "app/AppDelegate.h"
 #include "gui/CardWidget.h"
 #include "gui/MenuPanelRow.h"
+#include "linux/EventLoopWait.h"
 
 #include <QAction>
 #include <QApplication>
@@ -107,6 +108,16 @@ TEST_F(MenuPanelTest, ASubmenuOpensAsARealMenuBesideItsRow) {
     QCoreApplication::processEvents();
     EXPECT_EQ(gui.fake.timers.activePeriod(), 300.0);
     EXPECT_FALSE(panel.isVisible());
+}
+
+TEST_F(MenuPanelTest, ThePopoverClosesWhenAnotherWindowTakesTheFocus) {
+    panel.show();
+    panel.activateWindow();
+    ASSERT_TRUE(waitUntil([&] { return panel.isActiveWindow(); }));
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(waitUntil([&] { return !panel.isVisible(); }));
 }
 
 TEST(MenuPanelWindowTest, TheWindowShowsTheTitleAndHowToGetTheBalanceIntoTheTopBar) {

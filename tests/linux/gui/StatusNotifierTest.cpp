@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 #include "gui/MarkIcon.h"
 #include "gui/QtStatusItem.h"
+#include "linux/EventLoopWait.h"
 
 #include <QDBusConnection>
 #include <QGuiApplication>
@@ -17,6 +18,8 @@ namespace quorvane {
 namespace {
 
 using Presentation = QtStatusItem::Presentation;
+
+constexpr std::chrono::milliseconds kFallbackWait(QtStatusItem::kFallbackDelayMs + 2000);
 
 const QString kWhale = QString::fromUtf8("\xF0\x9F\x90\x8B");
 const QString kWarning = QString::fromUtf8("\xE2\x9A\xA0\xEF\xB8\x8F");
@@ -62,7 +65,7 @@ TEST_F(SessionBusStatusNotifierTest, WithAPanelTheItemCarriesTheTitleAndNoStripA
 
     EXPECT_EQ(item.presentation(), Presentation::TrayItem);
     EXPECT_FALSE(item.strip().isVisible());
-    QTRY_COMPARE(watcher.registeredItems(), QStringList{service});
+    ASSERT_TRUE(waitUntil([&] { return watcher.registeredItems() == QStringList{service}; }));
     EXPECT_EQ(tray.label(), " ...");
     EXPECT_EQ(tray.toolTip().title, "Quorvane");
     EXPECT_EQ(tray.toolTip().text, kWhale + " ...");
@@ -103,24 +106,23 @@ TEST_F(SessionBusStatusNotifierTest, TheItemFollowsThePanelAsItComesGoesAndResta
     EXPECT_TRUE(available.contains(item.strip().frameGeometry())) << "never over a panel";
 
     ASSERT_TRUE(watcher.start());
-    QTRY_COMPARE(item.presentation(), Presentation::TrayItem);
+    ASSERT_TRUE(waitUntil([&] { return item.presentation() == Presentation::TrayItem; }));
     EXPECT_FALSE(item.strip().isVisible());
-    QTRY_COMPARE(watcher.registeredItems(), QStringList{service});
+    ASSERT_TRUE(waitUntil([&] { return watcher.registeredItems() == QStringList{service}; }));
 
     // A panel that goes away gets a moment to come back before the strip returns.
     watcher.stop();
     QTest::qWait(500);
     EXPECT_EQ(item.presentation(), Presentation::TrayItem);
     EXPECT_FALSE(item.strip().isVisible());
-    QTRY_COMPARE_WITH_TIMEOUT(item.presentation(), Presentation::Strip,
-                              QtStatusItem::kFallbackDelayMs + 2000);
+    ASSERT_TRUE(waitUntil([&] { return item.presentation() == Presentation::Strip; }, kFallbackWait));
     EXPECT_TRUE(item.strip().isVisible());
 
     // A restarted watcher knows nothing of the item until it registers again.
     ASSERT_TRUE(watcher.start());
-    QTRY_COMPARE(watcher.registeredItems(), QStringList{service});
+    ASSERT_TRUE(waitUntil([&] { return watcher.registeredItems() == QStringList{service}; }));
     EXPECT_EQ(watcher.registrations(), 2);
-    QTRY_COMPARE(item.presentation(), Presentation::TrayItem);
+    ASSERT_TRUE(waitUntil([&] { return item.presentation() == Presentation::TrayItem; }));
     EXPECT_FALSE(item.strip().isVisible());
 }
 
@@ -128,7 +130,7 @@ TEST_F(SessionBusWaylandStatusNotifierTest, WithoutAHostTheAppIsOneSmallWindowTh
     // A watcher that no panel reads shows nothing: GNOME with the extension switched off.
     ASSERT_TRUE(watcher.start(false));
     delegate.applicationDidFinishLaunching();
-    QTRY_COMPARE(item.presentation(), Presentation::Window);
+    ASSERT_TRUE(waitUntil([&] { return item.presentation() == Presentation::Window; }));
     ASSERT_NE(item.window(), nullptr);
     MenuPanel& window = *item.window();
     EXPECT_TRUE(window.isVisible());
@@ -137,12 +139,11 @@ TEST_F(SessionBusWaylandStatusNotifierTest, WithoutAHostTheAppIsOneSmallWindowTh
     EXPECT_FALSE(window.windowFlags().testFlag(Qt::FramelessWindowHint));
 
     watcher.setHostRegistered(true);
-    QTRY_COMPARE(item.presentation(), Presentation::TrayItem);
+    ASSERT_TRUE(waitUntil([&] { return item.presentation() == Presentation::TrayItem; }));
     EXPECT_FALSE(window.isVisible()) << "never two status items";
 
     watcher.setHostRegistered(false);
-    QTRY_COMPARE_WITH_TIMEOUT(item.presentation(), Presentation::Window,
-                              QtStatusItem::kFallbackDelayMs + 2000);
+    ASSERT_TRUE(waitUntil([&] { return item.presentation() == Presentation::Window; }, kFallbackWait));
     ASSERT_TRUE(window.isVisible());
     window.close();
     QCoreApplication::processEvents();
