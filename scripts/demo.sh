@@ -15,7 +15,7 @@ cmake --build "$build_dir" --target quorvane -j "$(nproc)"
 quorvane="$build_dir/linux/app/quorvane"
 
 if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
-    echo "Starting the demo: click the whale at the top right of the screen (or the tray icon) for the menu."
+    echo "Starting the demo: click the whale in your panel's status area for the dashboard, right-click it for the menu (on X11 with no panel: the strip at the top right)."
     exec "$quorvane" --demo
 fi
 
