@@ -57,7 +57,10 @@ QColor ColorPalette::color(const NamedColor& color) const {
     const Entry entry = entryFor(color.name);
     const Rgba& rgba = m_appearance == Appearance::Dark ? entry.dark : entry.light;
     QColor result(rgba.red, rgba.green, rgba.blue);
-    result.setAlphaF(static_cast<float>(qBound(0.0, rgba.alpha * color.alpha, 1.0)));
+    // As AppKit's colorWithAlphaComponent: an asked alpha replaces the colour's
+    // own; 1 asks for the system colour as it is (labels keep their 0.85).
+    const double alpha = color.alpha == 1.0 ? rgba.alpha : color.alpha;
+    result.setAlphaF(static_cast<float>(qBound(0.0, alpha, 1.0)));
     return result;
 }
 

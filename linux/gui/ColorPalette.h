@@ -23,7 +23,8 @@ public:
     static ColorPalette forPalette(const QPalette& palette) { return ColorPalette(appearanceOf(palette)); }
 
     Appearance appearance() const { return m_appearance; }
-    // The named colour with the requested alpha multiplied into its own.
+    // The named colour at the requested alpha, which replaces the colour's own
+    // unless it is 1 (the colour as the system defines it).
     QColor color(const NamedColor& color) const;
 
 private:

@@ -19,6 +19,9 @@ using Appearance = ColorPalette::Appearance;
 TEST(ColorPaletteTest, NamesResolveToTheSystemColoursOfTheAppearanceTheWindowColourChooses) {
     const std::tuple<ColorName, double, QString, QString> cases[] = {
         {ColorName::Label, 1.0, "#d9000000", "#d9ffffff"},
+        // The chart's hover guide: the separator colour at 0.55, not 0.55 of its own 0.10.
+        {ColorName::Separator, 0.55, "#8c000000", "#8cffffff"},
+        {ColorName::SecondaryLabel, 0.2, "#33000000", "#33ffffff"},
         {ColorName::ControlBackground, 0.55, "#8cffffff", "#8c1e1e1e"},
         {ColorName::SystemGreen, 1.0, "#ff34c759", "#ff30d158"},
         {ColorName::SystemTeal, 0.18, "#2e30b0c7", "#2e40c8e0"},
