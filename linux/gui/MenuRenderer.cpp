@@ -49,11 +49,11 @@ void MenuRenderer::addItems(const std::vector<MenuItem>& items, QMenu& target, Q
                 target.addAction(action);
             }
             break;
-        case MenuItem::Kind::Informational: {
-            QAction* action = target.addAction(actionText(item.title));
-            action->setEnabled(item.enabled);
+        case MenuItem::Kind::Informational:
+            // A line to read: the Mac shows an item without an action greyed,
+            // with no highlight, and a click on it leaves the menu open.
+            target.addAction(actionText(item.title))->setEnabled(false);
             break;
-        }
         case MenuItem::Kind::Command:
         case MenuItem::Kind::Choice:
             addCommand(item, target, root);
