@@ -3,7 +3,6 @@
 #include "gui/ColorPalette.h"
 #include "gui/QtCanvas.h"
 
-#include <QCursor>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QResizeEvent>
@@ -32,12 +31,12 @@ void ChartWidget::resizeEvent(QResizeEvent* event) {
 void ChartWidget::mouseMoveEvent(QMouseEvent* event) {
     const QPointF position = event->position();
     m_chart.mouseMoved(Point{position.x(), position.y()}, m_formatter, m_clock.timeZoneId());
-    afterPointerEvent(event->globalPosition().toPoint());
+    afterPointerEvent();
 }
 
 void ChartWidget::leaveEvent(QEvent* event) {
     m_chart.mouseExited();
-    afterPointerEvent(QCursor::pos());
+    afterPointerEvent();
     QWidget::leaveEvent(event);
 }
 
@@ -48,19 +47,21 @@ void ChartWidget::paintEvent(QPaintEvent*) {
     m_chart.clearNeedsDisplay();
 }
 
-void ChartWidget::afterPointerEvent(const QPoint& globalPosition) {
+void ChartWidget::afterPointerEvent() {
     if (m_chart.needsDisplay()) {
         update();
         m_chart.clearNeedsDisplay();
     }
+    // The view's tooltip, shown as the system shows one: once the pointer
+    // rests, where it rests. A tooltip still showing an older text goes; the
+    // new one waits for the next rest.
     const std::optional<std::string>& text = m_chart.toolTip();
-    if (text) {
-        const QString toolTipText = QString::fromStdString(*text);
+    const QString toolTipText = text ? QString::fromStdString(*text) : QString();
+    if (toolTipText != toolTip()) {
         setToolTip(toolTipText);
-        QToolTip::showText(globalPosition, toolTipText, this);
-    } else if (!toolTip().isEmpty()) {
-        setToolTip(QString());
-        QToolTip::hideText();
+        if (QToolTip::isVisible()) {
+            QToolTip::hideText();
+        }
     }
 }
 

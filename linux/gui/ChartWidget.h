@@ -5,7 +5,6 @@
 #include "platform/Clock.h"
 #include "platform/Formatter.h"
 
-#include <QPoint>
 #include <QWidget>
 
 namespace quorvane {
@@ -29,7 +28,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void afterPointerEvent(const QPoint& globalPosition);
+    void afterPointerEvent();
 
     UsageChartView m_chart;
     const Formatter& m_formatter;

@@ -2,11 +2,14 @@
 
 #include "fakes/FakeClock.h"
 #include "fakes/FakePlatform.h"
+#include "linux/EventLoopWait.h"
 #include "platform/icu/IcuFormatter.h"
 
 #include <QApplication>
 #include <QEvent>
+#include <QHelpEvent>
 #include <QTest>
+#include <QToolTip>
 #include <gtest/gtest.h>
 
 namespace quorvane {
@@ -67,9 +70,17 @@ TEST_F(ChartWidgetTest, ThePointerPicksTheNearestSampleAndItsTooltipAndLeavingCl
     EXPECT_TRUE(redrawn());
     EXPECT_FALSE(widget->chart().needsDisplay());
 
+    // The tooltip waits for the pointer to rest (Qt's ToolTip event), and goes when the sample changes.
+    EXPECT_FALSE(QToolTip::isVisible());
+    QHelpEvent rest(QEvent::ToolTip, QPoint(100, 20), widget->mapToGlobal(QPoint(100, 20)));
+    QApplication::sendEvent(widget.get(), &rest);
+    ASSERT_TRUE(QToolTip::isVisible());
+    EXPECT_EQ(QToolTip::text(), widget->toolTip());
+
     counter.paints = 0;
     QTest::mouseMove(widget.get(), QPoint(146, 20));
     EXPECT_EQ(widget->chart().hoveredIndex(), 1);
+    EXPECT_TRUE(waitUntil([] { return !QToolTip::isVisible(); }, std::chrono::seconds(2)));
     EXPECT_EQ(widget->toolTip().toStdString(),
               "USD balance: 9.5\nTime: 11/22/26, 10:00:00\u202fAM\nUsed since previous: 0.5");
     EXPECT_TRUE(redrawn());
