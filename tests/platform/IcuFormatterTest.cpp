@@ -206,7 +206,20 @@ struct EnvironmentCase {
     const char* lcMessages;
     const char* lang;
     const char* expected;
+    const char* money;
 };
+
+// The text as a regular expression that matches only itself.
+std::string quoted(const std::string& text) {
+    std::string out;
+    for (const char c : text) {
+        if (std::string_view("\\^$.|?*+()[]{}").find(c) != std::string_view::npos) {
+            out += '\\';
+        }
+        out += c;
+    }
+    return out;
+}
 
 void setOrUnset(const char* name, const char* value) {
     if (value == nullptr) {
@@ -220,14 +233,16 @@ void setOrUnset(const char* name, const char* value) {
 TEST(IcuFormatterTest, DefaultLocaleFollowsEnvironmentPrecedence) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const EnvironmentCase cases[] = {
-        {nullptr, nullptr, "de_DE.UTF-8", "de_DE"},
-        {"fr_FR.UTF-8", nullptr, "de_DE.UTF-8", "fr_FR"},
-        {nullptr, "fr_FR.UTF-8", "de_DE.UTF-8", "fr_FR"},
-        {"C", nullptr, "de_DE.UTF-8", "en_US_POSIX"},
-        {nullptr, nullptr, "POSIX", "en_US_POSIX"},
-        {nullptr, nullptr, nullptr, "en_US_POSIX"},
+        {nullptr, nullptr, "de_DE.UTF-8", "de_DE", "26,43\u00A0$"},
+        {"fr_FR.UTF-8", nullptr, "de_DE.UTF-8", "fr_FR", "26,43\u00A0$US"},
+        {nullptr, "fr_FR.UTF-8", "de_DE.UTF-8", "fr_FR", "26,43\u00A0$US"},
+        // No locale chosen: money reads as in en_US, not en_US_POSIX's "$ 26.43".
+        {"C", nullptr, "de_DE.UTF-8", "en_US", "$26.43"},
+        {"C.UTF-8", nullptr, nullptr, "en_US", "$26.43"},
+        {nullptr, nullptr, "POSIX", "en_US", "$26.43"},
+        {nullptr, nullptr, nullptr, "en_US", "$26.43"},
         // An empty LC_ALL still wins and names the root locale.
-        {"", nullptr, "de_DE.UTF-8", ""},
+        {"", nullptr, "de_DE.UTF-8", "", "US$\u00A026.43"},
     };
     for (const EnvironmentCase& c : cases) {
         SCOPED_TRACE(c.expected);
@@ -236,10 +251,12 @@ TEST(IcuFormatterTest, DefaultLocaleFollowsEnvironmentPrecedence) {
                 setOrUnset("LC_ALL", c.lcAll);
                 setOrUnset("LC_MESSAGES", c.lcMessages);
                 setOrUnset("LANG", c.lang);
-                std::cerr << '[' << IcuFormatter::defaultLocaleId() << ']';
+                const IcuFormatter formatter(IcuFormatter::defaultLocaleId());
+                std::cerr << '[' << formatter.localeId() << "] "
+                          << formatter.currency(decimalOf("26.43"), "USD", 2).value_or("?");
                 std::exit(0);
             },
-            ::testing::ExitedWithCode(0), std::string("\\[") + c.expected + "\\]");
+            ::testing::ExitedWithCode(0), std::string("\\[") + c.expected + "\\] " + quoted(c.money));
     }
 }
 

@@ -106,7 +106,11 @@ IcuFormatter::IcuFormatter(std::string localeId)
     : m_localeId(std::move(localeId)) {}
 
 std::string IcuFormatter::defaultLocaleId() {
-    return icu::Locale::getDefault().getName();
+    const std::string id = icu::Locale::getDefault().getName();
+    // "C", "C.UTF-8" and "POSIX" (the default of many machines and
+    // containers) say that no locale was chosen. ICU calls that en_US_POSIX,
+    // a locale for machines that writes "$ 26.43"; a person gets en_US.
+    return id == "en_US_POSIX" ? std::string("en_US") : id;
 }
 
 std::optional<std::string> IcuFormatter::currency(const Decimal& amount, const std::string& code,

@@ -18,7 +18,8 @@ public:
     // ICU's default locale. ICU reads it from the environment once per process:
     // the first of LC_ALL, LC_MESSAGES and LANG that is set (even to an empty
     // text, which gives the root locale ""), without the encoding suffix
-    // ("de_DE.UTF-8" gives "de_DE"); "C" and "POSIX" give "en_US_POSIX".
+    // ("de_DE.UTF-8" gives "de_DE"); "C", "C.UTF-8" and "POSIX" give en_US,
+    // not ICU's en_US_POSIX. Parsing keeps en_US_POSIX whatever this says.
     static std::string defaultLocaleId();
 
     const std::string& localeId() const { return m_localeId; }

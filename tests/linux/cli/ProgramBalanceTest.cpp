@@ -31,16 +31,16 @@ TEST(ProgramAnswerTest, TheTitleClassAndMenuFollowTheAnswer) {
         std::string menu;
     } cases[] = {
         // The title prefers USD; the details keep the answer's order.
-        {200, balanceBody({{"CNY", "20.5"}, {"USD", "110.00"}}), "🐋 $ 110.00", "ok",
-         "Details >\n  Remaining: CN¥ 20.50\n  Granted: CN¥ 0.00\n  Topped up: CN¥ 20.50\n"
-         "  Today spent: CN¥ 0.00\n  Since baseline: CN¥ 0.00\n  🟢 Balance looks healthy\n  ---\n"
-         "  Remaining: $ 110.00\n  Granted: $ 0.00\n  Topped up: $ 110.00\n"},
-        {200, balanceBody({{"USD", "1.00"}}), "⚠️ $ 1.00", "low", "  ⚠️ Low balance warning\n"},
+        {200, balanceBody({{"CNY", "20.5"}, {"USD", "110.00"}}), "🐋 $110.00", "ok",
+         "Details >\n  Remaining: CN¥20.50\n  Granted: CN¥0.00\n  Topped up: CN¥20.50\n"
+         "  Today spent: CN¥0.00\n  Since baseline: CN¥0.00\n  🟢 Balance looks healthy\n  ---\n"
+         "  Remaining: $110.00\n  Granted: $0.00\n  Topped up: $110.00\n"},
+        {200, balanceBody({{"USD", "1.00"}}), "⚠️ $1.00", "low", "  ⚠️ Low balance warning\n"},
         {200, balanceBody({}), "🐋 0", "ok",
          "[chart 0 points]\n  Updated 0 sec. ago • 1 min auto-refresh\n---\nNo balance returned\n"
          "Details >\n  API status: ready\n  Updated: 0 sec. ago\n---\n"},
-        {200, balanceBody({{"USD", "25"}}, false), "🐋 $ 25.00", "ok",
-         "  $ 25.00\n  Today $ 0.00\n  No balance\n"},
+        {200, balanceBody({{"USD", "25"}}, false), "🐋 $25.00", "ok",
+         "  $25.00\n  Today $0.00\n  No balance\n"},
         // The error line quotes the body's first eighty characters, not bytes.
         {401, repeated("é123456789", 20), "🐋 !", "error",
          "[card status]\n  🐋 Quorvane\n  Could not refresh balance\n  ⚠️ HTTP 401 " +
@@ -57,13 +57,12 @@ TEST(ProgramAnswerTest, TheTitleClassAndMenuFollowTheAnswer) {
         const ProgramHarness::Result menu = program.run({"menu"});
 
         EXPECT_EQ(saved.exitCode, 0);
-        EXPECT_EQ(saved.out, money(c.title) + "\n");
+        EXPECT_EQ(saved.out, c.title + "\n");
         EXPECT_EQ(json.exitCode, 0);
         EXPECT_EQ(json.err, "");
-        EXPECT_EQ(json.out.rfind("{\"text\":\"" + money(c.title) + "\",\"tooltip\":\"Quorvane", 0), 0u)
-            << json.out;
+        EXPECT_EQ(json.out.rfind("{\"text\":\"" + c.title + "\",\"tooltip\":\"Quorvane", 0), 0u) << json.out;
         EXPECT_TRUE(json.out.ends_with("\",\"class\":\"" + c.className + "\"}\n")) << json.out;
-        EXPECT_NE(menu.out.find(money(c.menu)), std::string::npos) << menu.out;
+        EXPECT_NE(menu.out.find(c.menu), std::string::npos) << menu.out;
         program.expectKeyOnlyInTheSecretStore();
     }
 }
@@ -95,22 +94,22 @@ TEST_F(ProgramTest, ALowerBalanceIsSpendUntilTheBaselineIsReset) {
     EXPECT_EQ(menu.exitCode, 0);
     EXPECT_EQ(
         withoutTimes(menu.out),
-        money(
-            R"({"title":"🐋 $ 107.25","toolTip":"Quorvane","menu":[)"
-            R"({"card":{"kind":"dashboard","width":330,"height":190,"labels":[)"
-            R"({"text":"🐋 Quorvane","frame":[18,158,290,22],"fontSize":15,"fontWeight":"semibold","color":"label","alignment":"natural"},)"
-            R"({"text":"$ 107.25","frame":[18,122,150,34],"fontSize":26,"fontWeight":"bold","color":"label","alignment":"natural"},)"
-            R"({"text":"Today $ 2.75","frame":[18,104,140,18],"fontSize":12,"fontWeight":"regular","color":"secondaryLabel","alignment":"natural"},)"
-            R"({"text":"Ready","frame":[178,131,130,18],"fontSize":12,"fontWeight":"semibold","color":"systemGreen","alignment":"right"},)"
-            R"({"text":"Updated 0 sec. ago • 1 min auto-refresh","frame":[18,17,292,16],"fontSize":11,"fontWeight":"regular","color":"tertiaryLabel","alignment":"natural"}],)"
-            R"("chart":{"frame":[18,42,292,52],"accentColor":"systemTeal","points":[)"
-            R"({"timestamp":"<time>","currency":"USD","balance":"110.0000000000000000001"},)"
-            R"({"timestamp":"<time>","currency":"USD","balance":"107.25"}]}}},)" +
-            separator + "," + item("Today: $ 2.75") + "," + item("Baseline: $ 2.75") + "," +
+
+        R"({"title":"🐋 $107.25","toolTip":"Quorvane","menu":[)"
+        R"({"card":{"kind":"dashboard","width":330,"height":190,"labels":[)"
+        R"({"text":"🐋 Quorvane","frame":[18,158,290,22],"fontSize":15,"fontWeight":"semibold","color":"label","alignment":"natural"},)"
+        R"({"text":"$107.25","frame":[18,122,150,34],"fontSize":26,"fontWeight":"bold","color":"label","alignment":"natural"},)"
+        R"({"text":"Today $2.75","frame":[18,104,140,18],"fontSize":12,"fontWeight":"regular","color":"secondaryLabel","alignment":"natural"},)"
+        R"({"text":"Ready","frame":[178,131,130,18],"fontSize":12,"fontWeight":"semibold","color":"systemGreen","alignment":"right"},)"
+        R"({"text":"Updated 0 sec. ago • 1 min auto-refresh","frame":[18,17,292,16],"fontSize":11,"fontWeight":"regular","color":"tertiaryLabel","alignment":"natural"}],)"
+        R"("chart":{"frame":[18,42,292,52],"accentColor":"systemTeal","points":[)"
+        R"({"timestamp":"<time>","currency":"USD","balance":"110.0000000000000000001"},)"
+        R"({"timestamp":"<time>","currency":"USD","balance":"107.25"}]}}},)" +
+            separator + "," + item("Today: $2.75") + "," + item("Baseline: $2.75") + "," +
             item("⏱ Auto-refresh: every 1 min") + "," +
-            submenu("Details", item("Remaining: $ 107.25") + "," + item("Granted: $ 0.00") + "," +
-                                   item("Topped up: $ 107.25") + "," + item("Today spent: $ 2.75") + "," +
-                                   item("Since baseline: $ 2.75") + "," + item("🟢 Balance looks healthy") +
+            submenu("Details", item("Remaining: $107.25") + "," + item("Granted: $0.00") + "," +
+                                   item("Topped up: $107.25") + "," + item("Today spent: $2.75") + "," +
+                                   item("Since baseline: $2.75") + "," + item("🟢 Balance looks healthy") +
                                    "," + separator + "," + item("API status: ready") + "," +
                                    item("Updated: 0 sec. ago")) +
             "," + separator + "," + item("🔄 Refresh Now", "refreshClicked", "r") + "," +
@@ -126,16 +125,16 @@ TEST_F(ProgramTest, ALowerBalanceIsSpendUntilTheBaselineIsReset) {
                                     item("Clear Usage History", "clearHistoryClicked") + "," +
                                     item("Remove API Key", "removeAPIKeyClicked") + "," + separator + "," +
                                     item("Open DeepSeek Billing", "openBillingClicked", "b")) +
-            "," + separator + "," + item("⌘ Quit", "quitClicked", "q") + "]}\n"));
+            "," + separator + "," + item("⌘ Quit", "quitClicked", "q") + "]}\n");
     EXPECT_EQ(withoutTimes(status.out),
-              money(R"({"text":"🐋 $ 107.25","tooltip":"Quorvane\nUpdated: <time>\nUSD remaining: $ 107.25\n)"
-                    R"(USD today spent: $ 2.75\nUSD since baseline: $ 2.75","class":"ok"})"
-                    "\n"));
+              R"({"text":"🐋 $107.25","tooltip":"Quorvane\nUpdated: <time>\nUSD remaining: $107.25\n)"
+              R"(USD today spent: $2.75\nUSD since baseline: $2.75","class":"ok"})"
+              "\n");
     EXPECT_EQ(reset.exitCode, 0);
-    EXPECT_EQ(reset.out, money("🐋 $ 107.25\n"));
+    EXPECT_EQ(reset.out, "🐋 $107.25\n");
     EXPECT_EQ(withoutTimes(summary.out),
-              money("Quorvane\nUpdated: <time>\nUSD remaining: $ 106.00\nUSD today spent: $ 1.25\n"
-                    "USD since baseline: $ 1.25\n"));
+              "Quorvane\nUpdated: <time>\nUSD remaining: $106.00\nUSD today spent: $1.25\n"
+              "USD since baseline: $1.25\n");
 }
 
 // The card's chart keeps the newest 48 samples; clearing the history empties it until the next reading.

@@ -104,15 +104,6 @@ std::string withoutTimes(const std::string& text) {
     return std::regex_replace(std::regex_replace(text, updated, "Updated: <time>"), iso, "<time>");
 }
 
-std::string money(std::string text) {
-    for (const std::string sign : {"$ ", "CN¥ "}) {
-        for (std::size_t at = text.find(sign); at != std::string::npos; at = text.find(sign, at + 1)) {
-            text.replace(at + sign.size() - 1, 1, "\xC2\xA0");
-        }
-    }
-    return text;
-}
-
 } // namespace quorvane
 
 // The whole-program tests' own event loop serves the loopback server while quorvane runs.

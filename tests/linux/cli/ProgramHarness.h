@@ -74,8 +74,5 @@ protected:
 // The output with the moments that change from run to run replaced: the
 // summary's "Updated: ..." time and ISO timestamps become "<time>".
 std::string withoutTimes(const std::string& text);
-// Expected texts are written with a plain blank after "$" and "CN¥"; this puts the locale's no-break space
-// there.
-std::string money(std::string text);
 
 } // namespace quorvane
