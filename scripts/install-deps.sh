@@ -7,8 +7,8 @@ packages=(
     # build and tests
     cmake ninja-build g++ clang git pkg-config clang-format
     libgtest-dev libbenchmark-dev
-    # the core's JSON library and the formatting library
-    nlohmann-json3-dev libicu-dev
+    # the formatting library
+    libicu-dev
     # the Linux desktop app and command line
     qt6-base-dev libsecret-1-dev
     # a real Secret Service and a display for the tests and screenshots

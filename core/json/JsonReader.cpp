@@ -2,9 +2,8 @@
 
 #include "platform/Utf8.h"
 
-#include <nlohmann/json.hpp>
-
-#include <cstdint>
+#include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -12,101 +11,349 @@ namespace quorvane {
 
 namespace {
 
-using Json = nlohmann::json;
-
-// Collects the parser's events into a JsonValue, one open container per frame.
-class ValueBuilder {
+// A recursive-descent reader of RFC 8259. Numbers are checked against the
+// grammar and kept as text, never converted: a value the caller ignores may
+// hold any number (1e400, a 400-digit integer) without failing the document.
+class Parser {
 public:
-    explicit ValueBuilder(std::size_t length)
-        : m_length(length) {}
+    // `offset`: bytes before `text` in the document, for the positions in errors.
+    Parser(std::string_view text, std::size_t offset)
+        : m_text(text)
+        , m_offset(offset) {}
 
-    std::optional<JsonValue> takeRoot() { return std::move(m_root); }
-    const std::string& error() const { return m_error; }
-
-    bool null() { return add(JsonValue{}); }
-    bool boolean(bool value) { return add(JsonValue::fromBool(value)); }
-    bool number_integer(Json::number_integer_t value) {
-        return add(JsonValue::fromNumberText(std::to_string(value)));
-    }
-    bool number_unsigned(Json::number_unsigned_t value) {
-        return add(JsonValue::fromNumberText(std::to_string(value)));
-    }
-    bool number_float(Json::number_float_t, const Json::string_t& text) {
-        // The lexer writes the C locale's decimal point into its token, so
-        // under a program that set a German locale "2.5" arrives as "2,5".
-        // JSON numbers hold nothing but digits, signs, exponent marks and the
-        // point, so anything else is that point.
-        std::string number = text;
-        for (char& c : number) {
-            const bool digit = c >= '0' && c <= '9';
-            if (!digit && c != '-' && c != '+' && c != 'e' && c != 'E') {
-                c = '.';
+    JsonReader::Result parseDocument() {
+        skipBlanks();
+        std::optional<JsonValue> value = parseValue(0);
+        if (value) {
+            skipBlanks();
+            if (m_at != m_text.size()) {
+                fail();
+                value.reset();
             }
         }
-        return add(JsonValue::fromNumberText(std::move(number)));
-    }
-    bool string(Json::string_t& value) { return add(JsonValue::fromString(std::move(value))); }
-    bool binary(Json::binary_t&) { return false; }
-
-    bool start_object(std::size_t) { return open(true); }
-    bool key(Json::string_t& name) {
-        m_frames.back().key = std::move(name);
-        return true;
-    }
-    bool end_object() { return close(JsonValue::fromMembers(std::move(m_frames.back().members))); }
-    bool start_array(std::size_t) { return open(false); }
-    bool end_array() { return close(JsonValue::fromElements(std::move(m_frames.back().elements))); }
-
-    bool parse_error(std::size_t position, const std::string&, const Json::exception& failure) {
-        // The library's own message quotes the offending text; only its
-        // position and kind are kept. Positions count bytes from 1, and the
-        // library reads one past the last byte when the text ends too early.
-        if (failure.id == 406) {
-            m_error = "number out of range at byte " + std::to_string(position);
-        } else if (position > m_length) {
-            m_error = "unexpected end of input";
-        } else {
-            m_error = "syntax error at byte " + std::to_string(position);
+        if (!value) {
+            return {std::nullopt, m_error};
         }
-        return false;
+        return {std::move(value), {}};
     }
 
 private:
-    struct Frame {
-        bool object = false;
-        std::vector<JsonValue> elements;
-        std::vector<JsonValue::Member> members;
-        std::string key;
-    };
+    bool atEnd() const { return m_at >= m_text.size(); }
+    char peek() const { return atEnd() ? '\0' : m_text[m_at]; }
 
-    bool add(JsonValue value) {
-        if (m_frames.empty()) {
-            m_root = std::move(value);
-        } else if (Frame& frame = m_frames.back(); frame.object) {
-            frame.members.push_back(JsonValue::Member{std::move(frame.key), std::move(value)});
-        } else {
-            frame.elements.push_back(std::move(value));
+    // The first byte that cannot continue a JSON text, counted from 1; or the end.
+    void fail() {
+        if (m_error.empty()) {
+            m_error = atEnd() ? std::string("unexpected end of input")
+                              : "syntax error at byte " + std::to_string(m_offset + m_at + 1);
+        }
+    }
+
+    void skipBlanks() {
+        while (!atEnd() && (peek() == ' ' || peek() == '\t' || peek() == '\n' || peek() == '\r')) {
+            ++m_at;
+        }
+    }
+
+    bool consume(char expected) {
+        if (peek() == expected) {
+            ++m_at;
+            return true;
+        }
+        fail();
+        return false;
+    }
+
+    std::optional<JsonValue> parseValue(std::size_t depth) {
+        switch (peek()) {
+        case '{':
+        case '[':
+            if (depth >= JsonReader::kMaxDepth) {
+                m_error = "nested deeper than " + std::to_string(JsonReader::kMaxDepth) + " levels";
+                return std::nullopt;
+            }
+            return peek() == '{' ? parseObject(depth + 1) : parseArray(depth + 1);
+        case '"': {
+            std::optional<std::string> text = parseString();
+            return text ? std::optional<JsonValue>(JsonValue::fromString(std::move(*text))) : std::nullopt;
+        }
+        case 't':
+            return parseLiteral("true") ? std::optional<JsonValue>(JsonValue::fromBool(true)) : std::nullopt;
+        case 'f':
+            return parseLiteral("false") ? std::optional<JsonValue>(JsonValue::fromBool(false))
+                                         : std::nullopt;
+        case 'n':
+            return parseLiteral("null") ? std::optional<JsonValue>(JsonValue()) : std::nullopt;
+        default:
+            return parseNumber();
+        }
+    }
+
+    bool parseLiteral(std::string_view literal) {
+        for (const char c : literal) {
+            if (!consume(c)) {
+                return false;
+            }
         }
         return true;
     }
 
-    bool open(bool object) {
-        if (m_frames.size() >= JsonReader::kMaxDepth) {
-            m_error = "nested deeper than " + std::to_string(JsonReader::kMaxDepth) + " levels";
+    std::optional<JsonValue> parseObject(std::size_t depth) {
+        ++m_at;
+        std::vector<JsonValue::Member> members;
+        skipBlanks();
+        if (peek() == '}') {
+            ++m_at;
+            return JsonValue::fromMembers(std::move(members));
+        }
+        while (true) {
+            skipBlanks();
+            if (peek() != '"' || atEnd()) {
+                fail();
+                return std::nullopt;
+            }
+            std::optional<std::string> key = parseString();
+            if (!key) {
+                return std::nullopt;
+            }
+            skipBlanks();
+            if (!consume(':')) {
+                return std::nullopt;
+            }
+            skipBlanks();
+            std::optional<JsonValue> value = parseValue(depth);
+            if (!value) {
+                return std::nullopt;
+            }
+            members.push_back(JsonValue::Member{std::move(*key), std::move(*value)});
+            skipBlanks();
+            if (peek() == ',') {
+                ++m_at;
+                continue;
+            }
+            if (!consume('}')) {
+                return std::nullopt;
+            }
+            return JsonValue::fromMembers(std::move(members));
+        }
+    }
+
+    std::optional<JsonValue> parseArray(std::size_t depth) {
+        ++m_at;
+        std::vector<JsonValue> elements;
+        skipBlanks();
+        if (peek() == ']') {
+            ++m_at;
+            return JsonValue::fromElements(std::move(elements));
+        }
+        while (true) {
+            skipBlanks();
+            std::optional<JsonValue> value = parseValue(depth);
+            if (!value) {
+                return std::nullopt;
+            }
+            elements.push_back(std::move(*value));
+            skipBlanks();
+            if (peek() == ',') {
+                ++m_at;
+                continue;
+            }
+            if (!consume(']')) {
+                return std::nullopt;
+            }
+            return JsonValue::fromElements(std::move(elements));
+        }
+    }
+
+    bool digits() {
+        const std::size_t start = m_at;
+        while (!atEnd() && peek() >= '0' && peek() <= '9') {
+            ++m_at;
+        }
+        if (m_at == start) {
+            fail();
             return false;
         }
-        m_frames.push_back(Frame{object, {}, {}, {}});
         return true;
     }
 
-    bool close(JsonValue container) {
-        m_frames.pop_back();
-        return add(std::move(container));
+    std::optional<JsonValue> parseNumber() {
+        const std::size_t start = m_at;
+        if (peek() == '-') {
+            ++m_at;
+        }
+        if (peek() == '0') {
+            ++m_at;
+        } else if (!digits()) {
+            return std::nullopt;
+        }
+        bool integer = true;
+        if (peek() == '.') {
+            ++m_at;
+            integer = false;
+            if (!digits()) {
+                return std::nullopt;
+            }
+        }
+        if ((peek() == 'e' || peek() == 'E')) {
+            ++m_at;
+            integer = false;
+            if ((peek() == '+' || peek() == '-')) {
+                ++m_at;
+            }
+            if (!digits()) {
+                return std::nullopt;
+            }
+        }
+        const std::string_view number = m_text.substr(start, m_at - start);
+        // The one integer JSON can spell two ways.
+        return JsonValue::fromNumberText(integer && number == "-0" ? std::string("0") : std::string(number));
     }
 
-    std::size_t m_length;
-    std::vector<Frame> m_frames;
-    std::optional<JsonValue> m_root;
+    int hexDigit(char c) const {
+        if (c >= '0' && c <= '9') {
+            return c - '0';
+        }
+        if (c >= 'a' && c <= 'f') {
+            return c - 'a' + 10;
+        }
+        if (c >= 'A' && c <= 'F') {
+            return c - 'A' + 10;
+        }
+        return -1;
+    }
+
+    // The four hex digits after "\u".
+    std::optional<char32_t> parseHexQuad() {
+        char32_t value = 0;
+        for (int i = 0; i < 4; ++i) {
+            const int digit = atEnd() ? -1 : hexDigit(peek());
+            if (digit < 0) {
+                fail();
+                return std::nullopt;
+            }
+            value = value * 16 + static_cast<char32_t>(digit);
+            ++m_at;
+        }
+        return value;
+    }
+
+    // After the backslash and the 'u': one code point, a surrogate pair joined.
+    std::optional<char32_t> parseUnicodeEscape() {
+        const std::optional<char32_t> first = parseHexQuad();
+        if (!first) {
+            return std::nullopt;
+        }
+        if (*first >= 0xDC00 && *first <= 0xDFFF) {
+            fail();
+            return std::nullopt;
+        }
+        if (*first < 0xD800 || *first > 0xDBFF) {
+            return first;
+        }
+        if (!consume('\\') || !consume('u')) {
+            return std::nullopt;
+        }
+        const std::optional<char32_t> second = parseHexQuad();
+        if (!second) {
+            return std::nullopt;
+        }
+        if (*second < 0xDC00 || *second > 0xDFFF) {
+            m_at -= 1;
+            fail();
+            return std::nullopt;
+        }
+        return 0x10000 + ((*first - 0xD800) << 10) + (*second - 0xDC00);
+    }
+
+    std::optional<std::string> parseString() {
+        ++m_at;
+        std::string out;
+        while (true) {
+            if (atEnd()) {
+                fail();
+                return std::nullopt;
+            }
+            const char c = peek();
+            if (c == '"') {
+                ++m_at;
+                return out;
+            }
+            if (static_cast<unsigned char>(c) < 0x20) {
+                fail();
+                return std::nullopt;
+            }
+            if (c != '\\') {
+                // The whole text was checked as UTF-8 before parsing began.
+                out += c;
+                ++m_at;
+                continue;
+            }
+            ++m_at;
+            const char escape = peek();
+            if (atEnd()) {
+                fail();
+                return std::nullopt;
+            }
+            ++m_at;
+            switch (escape) {
+            case '"':
+            case '\\':
+            case '/':
+                out += escape;
+                break;
+            case 'b':
+                out += '\b';
+                break;
+            case 'f':
+                out += '\f';
+                break;
+            case 'n':
+                out += '\n';
+                break;
+            case 'r':
+                out += '\r';
+                break;
+            case 't':
+                out += '\t';
+                break;
+            case 'u': {
+                const std::optional<char32_t> codePoint = parseUnicodeEscape();
+                if (!codePoint) {
+                    return std::nullopt;
+                }
+                appendUtf8(out, *codePoint);
+                break;
+            }
+            default:
+                m_at -= 1;
+                fail();
+                return std::nullopt;
+            }
+        }
+    }
+
+    static void appendUtf8(std::string& out, char32_t codePoint) {
+        if (codePoint < 0x80) {
+            out += static_cast<char>(codePoint);
+        } else if (codePoint < 0x800) {
+            out += static_cast<char>(0xC0 | (codePoint >> 6));
+            out += static_cast<char>(0x80 | (codePoint & 0x3F));
+        } else if (codePoint < 0x10000) {
+            out += static_cast<char>(0xE0 | (codePoint >> 12));
+            out += static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (codePoint & 0x3F));
+        } else {
+            out += static_cast<char>(0xF0 | (codePoint >> 18));
+            out += static_cast<char>(0x80 | ((codePoint >> 12) & 0x3F));
+            out += static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (codePoint & 0x3F));
+        }
+    }
+
+    std::string_view m_text;
+    std::size_t m_offset;
+    std::size_t m_at = 0;
     std::string m_error;
 };
 
@@ -119,22 +366,10 @@ JsonReader::Result JsonReader::parse(std::string_view text) {
     if (!isValidUtf8(text)) {
         return {std::nullopt, "not valid UTF-8"};
     }
-    // The library takes a NUL byte for the end of the text and would accept
-    // whatever follows it unread; no JSON text holds one.
-    if (const std::size_t nul = text.find('\0'); nul != std::string_view::npos) {
-        return {std::nullopt, "syntax error at byte " + std::to_string(nul + 1)};
-    }
-    ValueBuilder builder(text.size());
-    bool parsed = false;
-    try {
-        parsed = Json::sax_parse(text.begin(), text.end(), &builder, Json::input_format_t::json, true, false);
-    } catch (const Json::exception&) {
-        parsed = false;
-    }
-    if (!parsed) {
-        return {std::nullopt, builder.error().empty() ? "syntax error" : builder.error()};
-    }
-    return {builder.takeRoot(), {}};
+    // A byte-order mark is tolerated before the text, as RFC 8259 allows a reader to.
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    const std::size_t offset = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
+    return Parser(text.substr(offset), offset).parseDocument();
 }
 
 } // namespace quorvane

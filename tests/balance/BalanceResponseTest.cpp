@@ -44,6 +44,14 @@ TEST(BalanceResponseTest, DecodesEntriesInOrderAndIgnoresOtherMembers) {
          R"({"currency":"USD","total_balance":"0.50","granted_balance":"abc","topped_up_balance":"-1","n":null}],)"
          R"("is_available" : true, "request_id": 12.5, "note": null } )",
          two},
+        // Numbers no double can hold, in members nothing reads.
+        {R"({"x":1e400,"is_available":true,"balance_infos":[)"
+         R"({"currency":"CNY","total_balance":"110.00","granted_balance":"10.00","topped_up_balance":"100.00",)"
+         R"("n":)" +
+             std::string(309, '7') +
+             R"(},)"
+             R"({"currency":"USD","total_balance":"0.50","granted_balance":"abc","topped_up_balance":"-1"}]})",
+         two},
         {R"({"is_available":false,"balance_infos":[]})", BalanceResponse{false, {}}},
         {R"({"is_available":true,"balance_infos":[{"currency":"","total_balance":"",)"
          R"("granted_balance":"","topped_up_balance":""}]})",
