@@ -74,10 +74,10 @@ std::optional<std::string> MacFormatter::currency(const Decimal& amount, const s
     formatter.numberStyle = NSNumberFormatterCurrencyStyle;
     formatter.currencyCode = [NSString qv_stringWithStdString:code];
     // The currency code brings the currency's standard fraction digits as the
-    // minimum; it stays, unless the maximum asked for is smaller.
+    // minimum; a smaller maximum lowers it with it. The minimum is never
+    // written: a value read back and written would pin the digits of the
+    // currency the formatter had before (two for JPY, which has none).
     formatter.maximumFractionDigits = fractionDigits(maxFractionDigits);
-    formatter.minimumFractionDigits =
-        std::min(formatter.minimumFractionDigits, formatter.maximumFractionDigits);
     formatter.roundingMode = NSNumberFormatterRoundHalfEven;
     return formatted(formatter, amount);
 }

@@ -1,4 +1,6 @@
 // The system colours the core names, resolved to AppKit's appearance-dependent colours.
+#pragma once
+
 #include "platform/NamedColor.h"
 
 #import <AppKit/AppKit.h>

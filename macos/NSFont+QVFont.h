@@ -1,4 +1,6 @@
 // The system font at the size and weight the core gives.
+#pragma once
+
 #include "platform/Font.h"
 
 #import <AppKit/AppKit.h>

@@ -1,4 +1,6 @@
 // Conversions between the core's UTF-8 text in std::string and NSString.
+#pragma once
+
 #import <Foundation/Foundation.h>
 #include <string>
 #include <string_view>

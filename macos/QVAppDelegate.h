@@ -1,4 +1,6 @@
 // The application's delegate: runs the program's launch and receives every menu command.
+#pragma once
+
 #import <AppKit/AppKit.h>
 
 NS_ASSUME_NONNULL_BEGIN

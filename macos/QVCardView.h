@@ -1,4 +1,6 @@
 // A card of the status item's menu as an AppKit view: labels and, on the dashboard, the chart.
+#pragma once
+
 #include "menu/Card.h"
 #include "platform/Clock.h"
 #include "platform/Formatter.h"

@@ -1,4 +1,6 @@
 // The dashboard's balance chart as an AppKit view around the core's chart value.
+#pragma once
+
 #include "chart/UsageChartView.h"
 #include "platform/Clock.h"
 #include "platform/Formatter.h"

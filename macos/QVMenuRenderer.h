@@ -1,4 +1,6 @@
 // Renders the core's menu tree as AppKit menu items, all of them new at every rebuild.
+#pragma once
+
 #include "menu/MenuItem.h"
 #include "platform/Clock.h"
 #include "platform/Formatter.h"

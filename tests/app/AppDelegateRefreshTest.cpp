@@ -151,6 +151,9 @@ TEST_F(AppDelegateRefreshTest, FailuresGiveOneLineErrorsAndKeepTheLastSuccessTim
         {"excerpt counts characters", HttpResponse{true, 429, std::string(79, 'a') + thumbs + "tail"},
          "HTTP 429 " + std::string(79, 'a') + thumbs},
         {"non-UTF-8 body", HttpResponse{true, 502, "bad \xff\xfe gateway"}, "HTTP 502 "},
+        // U+FEFF at the start is a character of the body like any other, on every platform.
+        {"byte-order mark", HttpResponse{true, 500, "\xEF\xBB\xBF" + std::string(80, 'b')},
+         "HTTP 500 \xEF\xBB\xBF" + std::string(79, 'b')},
         {"300 is an error", HttpResponse{true, 300, "{}"}, "HTTP 300 {}"},
         {"not HTTP", HttpResponse{false, 0, "garbage"}, "Invalid response"},
         {"transport", HttpTransportError{"The request timed out."}, "The request timed out."},
