@@ -12,7 +12,8 @@ namespace quorvane {
 // full period after construction. A period that is not a positive, finite
 // number makes no timer at all (NSTimer would turn zero or less into a tenth
 // of a millisecond); such a timer only answers its period. Periods too long
-// for a date never come due.
+// for a date never come due. Each fire runs as a task of its own on the main
+// queue; one still queued when the timer is invalidated does nothing.
 class MacRepeatingTimer : public RepeatingTimer {
 public:
     MacRepeatingTimer(double periodSeconds, std::function<void()> onFire);

@@ -8,7 +8,7 @@ namespace quorvane {
 
 DesktopApp::DesktopApp(const SessionStores& stores, const Clock& clock, const Formatter& formatter)
     : m_statusItem(formatter, clock, QDBusConnection::sessionBus(),
-                   QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+                   QGuiApplication::platformName().startsWith(QLatin1String("wayland")), &m_timerHold) {
     const Platform platform{m_statusItem, stores.settings, stores.secrets, m_http,
                             clock,        formatter,       m_segmenter,    m_timers,
                             m_alert,      m_pasteboard,    m_workspace,    m_application};

@@ -8,6 +8,7 @@
 #include "platform/QtApplication.h"
 #include "platform/QtHttpClient.h"
 #include "platform/QtPasteboard.h"
+#include "platform/QtTimerHold.h"
 #include "platform/QtTimerScheduler.h"
 #include "platform/QtWorkspace.h"
 #include "platform/icu/IcuTextSegmenter.h"
@@ -32,7 +33,8 @@ public:
 private:
     IcuTextSegmenter m_segmenter;
     QtHttpClient m_http;
-    QtTimerScheduler m_timers;
+    QtTimerHold m_timerHold;
+    QtTimerScheduler m_timers{&m_timerHold};
     QtAlert m_alert;
     QtPasteboard m_pasteboard;
     QtWorkspace m_workspace;

@@ -160,6 +160,12 @@ void MenuPanel::choose(MenuCommand command, std::int64_t tag) {
 void MenuPanel::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     setFocus(Qt::PopupFocusReason);
+    emit shown();
+}
+
+void MenuPanel::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    emit hidden();
 }
 
 void MenuPanel::keyPressEvent(QKeyEvent* event) {

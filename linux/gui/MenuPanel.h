@@ -58,9 +58,13 @@ public:
 signals:
     // The Window was closed by the user.
     void closed();
+    // The panel appeared on screen, or left it.
+    void shown();
+    void hidden();
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;

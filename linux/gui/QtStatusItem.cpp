@@ -2,6 +2,7 @@
 
 #include "gui/MarkIcon.h"
 #include "menu/StatusTitle.h"
+#include "platform/QtTimerHold.h"
 
 #include <QCursor>
 #include <QScreen>
@@ -28,10 +29,12 @@ QtStatusItem::Presentation QtStatusItem::presentationFor(bool hosted, bool wayla
     return wayland ? Presentation::Window : Presentation::Strip;
 }
 
-QtStatusItem::QtStatusItem(const Formatter& formatter, const Clock& clock, QDBusConnection bus, bool wayland)
+QtStatusItem::QtStatusItem(const Formatter& formatter, const Clock& clock, QDBusConnection bus, bool wayland,
+                           QtTimerHold* timerHold)
     : m_formatter(formatter)
     , m_clock(clock)
     , m_wayland(wayland)
+    , m_timerHold(timerHold)
     // Looked up when a command arrives, so menus rendered before the handler was set still reach it.
     , m_renderer(formatter, clock, [this](MenuCommand command, std::int64_t tag) { perform(command, tag); })
     , m_trayMenu([this](MenuCommand command, std::int64_t tag) { perform(command, tag); })
@@ -49,6 +52,11 @@ QtStatusItem::QtStatusItem(const Formatter& formatter, const Clock& clock, QDBus
                      });
     QObject::connect(&m_trayService, &StatusNotifierService::hostedChanged, &m_trayService,
                      [this](bool hosted) { hostedChanged(hosted); });
+    if (m_timerHold) {
+        // The menu is open from aboutToShow to aboutToHide, its submenus included.
+        QObject::connect(&m_menu, &QMenu::aboutToShow, m_timerHold, &QtTimerHold::hold);
+        QObject::connect(&m_menu, &QMenu::aboutToHide, m_timerHold, &QtTimerHold::release);
+    }
     m_fallbackDelay.setSingleShot(true);
     m_fallbackDelay.setInterval(kFallbackDelayMs);
     QObject::connect(&m_fallbackDelay, &QTimer::timeout, &m_strip, [this] { present(); });
@@ -162,9 +170,26 @@ MenuPanel& QtStatusItem::ensurePanel(std::unique_ptr<MenuPanel>& panel, MenuPane
         if (role == MenuPanel::Role::Window) {
             QObject::connect(panel.get(), &MenuPanel::closed, panel.get(),
                              [this] { perform(MenuCommand::Quit, 0); });
+        } else if (m_timerHold) {
+            // The dashboard is the menu opened; the fallback window is the app, always open, and holds
+            // nothing.
+            QObject::connect(panel.get(), &MenuPanel::shown, m_timerHold, [this] { holdTimers(true); });
+            QObject::connect(panel.get(), &MenuPanel::hidden, m_timerHold, [this] { holdTimers(false); });
         }
     }
     return *panel;
+}
+
+void QtStatusItem::holdTimers(bool hold) {
+    if (hold == m_dashboardHolds) {
+        return;
+    }
+    m_dashboardHolds = hold;
+    if (hold) {
+        m_timerHold->hold();
+    } else {
+        m_timerHold->release();
+    }
 }
 
 void QtStatusItem::showDashboard(const QPoint& position) {

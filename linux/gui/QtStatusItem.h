@@ -20,6 +20,8 @@
 
 namespace quorvane {
 
+class QtTimerHold;
+
 // Exactly one face at a time. Where a panel hosts status items (KDE Plasma,
 // GNOME with the AppIndicator extension, XFCE, waybar, ...) the app is a
 // StatusNotifierItem: the mark as its icon, the rest of the title as its
@@ -41,7 +43,9 @@ public:
     // Needs a QApplication. The formatter and clock outlive the item; commands
     // reach the handler given later, once the delegate that performs them
     // exists. A disconnected `bus` means no panel can ever host the item.
-    QtStatusItem(const Formatter& formatter, const Clock& clock, QDBusConnection bus, bool wayland);
+    // While its menu or dashboard is open, the item holds `timerHold` (if given).
+    QtStatusItem(const Formatter& formatter, const Clock& clock, QDBusConnection bus, bool wayland,
+                 QtTimerHold* timerHold = nullptr);
     ~QtStatusItem() override;
     QtStatusItem(const QtStatusItem&) = delete;
     QtStatusItem& operator=(const QtStatusItem&) = delete;
@@ -70,6 +74,8 @@ private:
     void present();
     void hostedChanged(bool hosted);
     void showDashboard(const QPoint& position);
+    // Once per showing of the dashboard, however its show and hide events come.
+    void holdTimers(bool hold);
     void popUpMenuAt(const QPoint& position);
     void popUpMenuUnderStrip();
     void perform(MenuCommand command, std::int64_t tag);
@@ -78,6 +84,7 @@ private:
     const Formatter& m_formatter;
     const Clock& m_clock;
     const bool m_wayland;
+    QtTimerHold* m_timerHold;
     MenuRenderer::CommandHandler m_onCommand;
     MenuRenderer m_renderer;
     StatusStripWidget m_strip;
@@ -92,6 +99,7 @@ private:
     QString m_title;
     QString m_labelGuide;
     bool m_menuAttached = false;
+    bool m_dashboardHolds = false;
     Presentation m_presentation = Presentation::Hidden;
 };
 

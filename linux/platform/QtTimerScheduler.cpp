@@ -8,7 +8,7 @@ namespace quorvane {
 
 std::unique_ptr<RepeatingTimer> QtTimerScheduler::scheduleRepeating(double periodSeconds,
                                                                     std::function<void()> onFire) {
-    return std::make_unique<QtRepeatingTimer>(periodSeconds, std::move(onFire));
+    return std::make_unique<QtRepeatingTimer>(periodSeconds, std::move(onFire), m_hold);
 }
 
 } // namespace quorvane

@@ -6,6 +6,7 @@
 #include "fakes/FakePlatform.h"
 #include "gui/QtStatusItem.h"
 #include "platform/Platform.h"
+#include "platform/QtTimerHold.h"
 
 #include <QDBusConnection>
 #include <QString>
@@ -16,9 +17,11 @@ struct GuiFakePlatform {
     // Without a bus no panel can host the item: the strip, as on a bare X11 screen.
     explicit GuiFakePlatform(QDBusConnection bus = QDBusConnection(QStringLiteral("none")),
                              bool wayland = false)
-        : statusItem(fake.formatter, fake.clock, std::move(bus), wayland) {}
+        : statusItem(fake.formatter, fake.clock, std::move(bus), wayland, &timerHold) {}
 
     FakePlatform fake;
+    // Held by the item while its menu or dashboard is open.
+    QtTimerHold timerHold;
     QtStatusItem statusItem;
 
     Platform platform() { return platformWith(fake.desktop); }

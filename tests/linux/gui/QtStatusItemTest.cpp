@@ -43,10 +43,12 @@ TEST_F(QtStatusItemTest, AClickOnTheStripOpensTheMenuBelowIt) {
     QTest::mouseClick(&strip, Qt::LeftButton);
     QMenu& menu = gui.statusItem.menu();
     EXPECT_TRUE(menu.isVisible());
+    EXPECT_TRUE(gui.timerHold.isHeld()) << "timer fires wait while the menu is open";
     EXPECT_EQ(menu.pos(), StatusStripWidget::popupPosition(strip.frameGeometry(), menu.size(), available()));
     EXPECT_EQ(menu.geometry().top(), strip.frameGeometry().bottom() + 1);
     EXPECT_LE(menu.geometry().right(), available().right());
     menu.close();
+    EXPECT_FALSE(gui.timerHold.isHeld());
 }
 
 TEST(StatusStripPlacementTest, PopupsStayOnTheScreen) {

@@ -145,6 +145,7 @@ TEST_F(SessionBusWaylandStatusNotifierTest, WithoutAHostTheAppIsOneSmallWindowTh
     watcher.setHostRegistered(false);
     ASSERT_TRUE(waitUntil([&] { return item.presentation() == Presentation::Window; }, kFallbackWait));
     ASSERT_TRUE(window.isVisible());
+    EXPECT_FALSE(gui.timerHold.isHeld()) << "the app's own window is no open menu";
     window.close();
     QCoreApplication::processEvents();
     EXPECT_EQ(gui.fake.desktop.log().back(), "terminate");
@@ -162,8 +163,10 @@ TEST_F(SessionBusWaylandStatusNotifierTest, ThePrimaryClickTogglesAFloatingDashb
     EXPECT_EQ(popover.role(), MenuPanel::Role::Popover);
     // A fixed size is what tiling compositors float.
     EXPECT_EQ(popover.minimumSize(), popover.maximumSize());
+    EXPECT_TRUE(gui.timerHold.isHeld()) << "timer fires wait while the dashboard is open";
     tray.Activate(0, 0);
     EXPECT_FALSE(popover.isVisible());
+    EXPECT_FALSE(gui.timerHold.isHeld());
 
     tray.Activate(0, 0);
     QTest::keyClick(&popover, Qt::Key_Escape);
