@@ -60,10 +60,10 @@ void AppDelegate::refreshBalance() {
     rebuildMenu();
 
     std::weak_ptr<AppDelegate*> self = m_self;
-    m_platform.http.get(BalanceRequest::make(m_apiBaseUrl, *key), [self](HttpResult result) {
+    m_platform.http.get(BalanceRequest::make(m_apiBaseUrl, *key), [self, key = *key](HttpResult result) {
         if (auto alive = self.lock()) {
             AppDelegate& delegate = **alive;
-            delegate.finishRefresh(BalanceRequest::interpret(result, delegate.m_platform.textSegmenter));
+            delegate.finishRefresh(BalanceRequest::interpret(result, key, delegate.m_platform.textSegmenter));
         }
     });
 }

@@ -23,6 +23,9 @@ struct HttpResponse {
     bool isHttp = true;
     int status = 0;
     std::string body;
+    // The body went on past what the client reads: `body` holds its start,
+    // which may end inside a character.
+    bool truncated = false;
 };
 
 // The connection failed: no route, refused, reset, TLS, or the time-out.

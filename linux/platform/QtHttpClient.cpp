@@ -21,40 +21,17 @@ namespace {
 
 const char* const kTimedOut = "The request timed out.";
 const char* const kTooLarge = "The response was too large.";
-const char* const kFailed = "The request failed.";
 const char* const kInvalidHeader = "The request has an invalid header.";
 
 // One request from get() to its completion, shared by the reply's handlers.
 struct Exchange {
     std::function<void(HttpResult)> completion;
-    std::vector<std::string> secrets;
     std::size_t maxBodyBytes = 0;
     std::string body;
-    bool tooLarge = false;
+    // The body went past the limit: what was read up to it is kept.
+    bool truncated = false;
     bool delivered = false;
 };
-
-bool equalsIgnoringCase(const std::string& a, const char* b) {
-    return QString::fromStdString(a).compare(QLatin1String(b), Qt::CaseInsensitive) == 0;
-}
-
-// The Authorization value and its credential (what follows the scheme), the
-// texts no error description may repeat.
-std::vector<std::string> secretsOf(const HttpRequest& request) {
-    std::vector<std::string> secrets;
-    for (const auto& [name, value] : request.headers) {
-        if (!equalsIgnoringCase(name, "Authorization")) {
-            continue;
-        }
-        secrets.push_back(value);
-        std::size_t blank = value.find(' ');
-        if (blank != std::string::npos) {
-            secrets.push_back(value.substr(blank + 1));
-        }
-    }
-    secrets.erase(std::remove(secrets.begin(), secrets.end(), std::string()), secrets.end());
-    return secrets;
-}
 
 std::string oneLine(std::string text) {
     std::replace_if(
@@ -85,35 +62,46 @@ bool isStatusError(QNetworkReply::NetworkError error) {
     }
 }
 
-void refuseAsTooLarge(QNetworkReply* reply, Exchange& exchange) {
-    exchange.tooLarge = true;
-    exchange.body.clear();
+// Stops the transfer: the status and the start of the body are all a
+// caller can use of an answer this large.
+void cutShort(QNetworkReply* reply, Exchange& exchange) {
+    exchange.truncated = true;
     // Queued: Qt may still be reporting the status's own error once this
     // signal's handler returns, and an abort in between upsets that.
     QMetaObject::invokeMethod(reply, &QNetworkReply::abort, Qt::QueuedConnection);
+}
+
+bool isSuccess(QNetworkReply* reply) {
+    const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+    return status.isValid() && status.toInt() >= 200 && status.toInt() <= 299;
 }
 
 void readAvailable(QNetworkReply* reply, Exchange& exchange) {
     if (!reply->isOpen()) {
         return;
     }
-    // Read even when refusing, so that nothing piles up until the abort.
+    // Read even when cut short, so that nothing piles up until the abort.
     QByteArray chunk = reply->readAll();
-    if (exchange.tooLarge) {
+    if (exchange.truncated) {
         return;
     }
-    if (static_cast<std::size_t>(chunk.size()) > exchange.maxBodyBytes - exchange.body.size()) {
-        refuseAsTooLarge(reply, exchange);
-        return;
+    const std::size_t room = exchange.maxBodyBytes - exchange.body.size();
+    const auto size = static_cast<std::size_t>(chunk.size());
+    exchange.body.append(chunk.constData(), std::min(size, room));
+    if (size > room) {
+        cutShort(reply, exchange);
     }
-    exchange.body.append(chunk.constData(), static_cast<std::size_t>(chunk.size()));
 }
 
 HttpResult resultOf(QNetworkReply* reply, Exchange& exchange) {
-    if (exchange.tooLarge) {
-        return HttpTransportError{kTooLarge};
-    }
     QNetworkReply::NetworkError error = reply->error();
+    if (exchange.truncated) {
+        const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+        if (!status.isValid()) {
+            return HttpTransportError{kTooLarge};
+        }
+        return HttpResponse{true, status.toInt(), std::move(exchange.body), true};
+    }
     // Qt gives local files a status of 200 too; only the scheme tells.
     QString scheme = reply->url().scheme();
     if (scheme != QLatin1String("http") && scheme != QLatin1String("https")) {
@@ -131,13 +119,8 @@ HttpResult resultOf(QNetworkReply* reply, Exchange& exchange) {
     if (error == QNetworkReply::OperationCanceledError || error == QNetworkReply::TimeoutError) {
         return HttpTransportError{kTimedOut};
     }
-    std::string description = oneLine(reply->errorString().toStdString());
-    for (const std::string& secret : exchange.secrets) {
-        if (description.find(secret) != std::string::npos) {
-            return HttpTransportError{kFailed};
-        }
-    }
-    return HttpTransportError{description};
+    // The caller hides the key, which it knows, from this text.
+    return HttpTransportError{oneLine(reply->errorString().toStdString())};
 }
 
 void finish(QNetworkReply* reply, const std::shared_ptr<Exchange>& exchange) {
@@ -188,7 +171,6 @@ void QtHttpClient::get(const HttpRequest& request, std::function<void(HttpResult
 
     auto exchange = std::make_shared<Exchange>();
     exchange->completion = std::move(completion);
-    exchange->secrets = secretsOf(request);
     exchange->maxBodyBytes = m_maxBodyBytes;
 
     QNetworkReply* reply =
@@ -196,11 +178,14 @@ void QtHttpClient::get(const HttpRequest& request, std::function<void(HttpResult
             ? m_manager.get(qtRequest)
             : m_manager.sendCustomRequest(qtRequest, QByteArray::fromStdString(request.method));
 
-    // A declared length over the limit fails before any of the body is read.
+    // A successful answer whose declared length is over the limit cannot be
+    // used, so none of it is read; a failing one is read up to the limit for
+    // the start of its text.
     QObject::connect(reply, &QNetworkReply::metaDataChanged, &m_receiver, [reply, exchange] {
         QVariant length = reply->header(QNetworkRequest::ContentLengthHeader);
-        if (!exchange->tooLarge && length.isValid() && length.toULongLong() > exchange->maxBodyBytes) {
-            refuseAsTooLarge(reply, *exchange);
+        if (!exchange->truncated && length.isValid() && length.toULongLong() > exchange->maxBodyBytes &&
+            isSuccess(reply)) {
+            cutShort(reply, *exchange);
         }
     });
     QObject::connect(reply, &QNetworkReply::readyRead, &m_receiver,

@@ -14,15 +14,15 @@ namespace quorvane {
 // An answer with an HTTP status is an HttpResponse whatever the status: a 401
 // or a 503 arrives with its body, for the program to judge. An answer over
 // another scheme (a data: or file: address) is an HttpResponse with isHttp
-// false. Only a
-// failed exchange is an HttpTransportError: no connection, a reset or a
-// truncated body, TLS, too many redirects, the time-out ("The request timed
-// out.") or a body over the size limit ("The response was too large."). A
-// header whose name or value holds a line break or a NUL (or whose name is
-// empty or holds a colon or a blank) is never sent: the request fails with
-// "The request has an invalid header.".
-// A description never holds the value of an Authorization header: when Qt's
-// text would contain it, the generic "The request failed." is given instead.
+// false. A body longer than the size limit is read up to the limit (a
+// successful status declared that long is not read at all) and arrives cut
+// short, marked truncated. Only a failed exchange is an
+// HttpTransportError: no connection, a reset or a body that ends before its
+// declared length, TLS, too many redirects, or the time-out ("The request
+// timed out."). A header whose name or value holds a line break or a NUL (or
+// whose name is empty or holds a colon or a blank) is never sent: the
+// request fails with "The request has an invalid header.". Descriptions are
+// Qt's own; the caller, who knows the key, hides it from them.
 //
 // The time-out bounds the wait for each next byte, as a URL session's does;
 // it is at least 1 ms, so no request waits forever. Cookies, caching and

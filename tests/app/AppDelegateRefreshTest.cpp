@@ -155,6 +155,14 @@ TEST_F(AppDelegateRefreshTest, FailuresGiveOneLineErrorsAndKeepTheLastSuccessTim
         {"byte-order mark", HttpResponse{true, 500, "\xEF\xBB\xBF" + std::string(80, 'b')},
          "HTTP 500 \xEF\xBB\xBF" + std::string(79, 'b')},
         {"300 is an error", HttpResponse{true, 300, "{}"}, "HTTP 300 {}"},
+        // Bodies the client cut at its size limit.
+        {"cut failing body", HttpResponse{true, 503, std::string(90, 'c'), true},
+         "HTTP 503 " + std::string(80, 'c')},
+        {"cut inside a character", HttpResponse{true, 502, "\xC3\xA9\xC3", true}, "HTTP 502 \xC3\xA9"},
+        {"cut successful body", HttpResponse{true, 200, R"({"is_available":tr)", true},
+         "The response was too large."},
+        {"the key in the platform's text", HttpTransportError{"Bearer sk-test refused for sk-test."},
+         "[key] refused for [key]."},
         {"not HTTP", HttpResponse{false, 0, "garbage"}, "Invalid response"},
         {"transport", HttpTransportError{"The request timed out."}, "The request timed out."},
     };
