@@ -1,6 +1,7 @@
 #include "platform/SecretStoreSelector.h"
 
 #include "platform/FileSecretStore.h"
+#include "platform/MigratingSecretStore.h"
 #include "platform/SecretServiceStore.h"
 
 #include <algorithm>
@@ -76,6 +77,13 @@ bool pingSecretService(const std::string& address, GCancellable* cancellable, in
 
 } // namespace
 
+// A key saved while the service did not answer is in the file; it is found
+// there and moves into the service.
+std::unique_ptr<SecretStore> SecretStoreSelector::withFileBehind(std::unique_ptr<SecretStore> service) {
+    return std::make_unique<MigratingSecretStore>(
+        std::move(service), std::make_unique<FileSecretStore>(FileSecretStore::defaultPath()));
+}
+
 SecretStoreSelector::SecretStoreSelector(std::ostream& announcements, std::chrono::milliseconds probeDeadline)
     : m_announcements(announcements)
     , m_probeDeadline(probeDeadline) {}
@@ -84,13 +92,13 @@ std::unique_ptr<SecretStore> SecretStoreSelector::select() {
     const char* forced = std::getenv("QUORVANE_SECRET_STORE");
     std::string_view choice = forced != nullptr ? forced : "";
     if (choice == "secret-service") {
-        return std::make_unique<SecretServiceStore>();
+        return withFileBehind(std::make_unique<SecretServiceStore>());
     }
     if (choice == "file") {
         return std::make_unique<FileSecretStore>(FileSecretStore::defaultPath());
     }
     if (secretServiceAnswers()) {
-        return std::make_unique<SecretServiceStore>();
+        return withFileBehind(std::make_unique<SecretServiceStore>());
     }
     auto store = std::make_unique<FileSecretStore>(FileSecretStore::defaultPath());
     if (!m_announced) {

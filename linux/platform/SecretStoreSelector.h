@@ -13,7 +13,8 @@ namespace quorvane {
 // anything (any other value is ignored). Otherwise the session bus is asked,
 // once per select(), whether a Secret Service answers; when none does, the
 // file store is used and that is announced on the given stream in one line
-// naming the file, at most once for the life of the selector.
+// naming the file, at most once for the life of the selector. The Secret
+// Service always comes with the file behind it (MigratingSecretStore).
 class SecretStoreSelector {
 public:
     // libsecret's own calls wait up to 25 seconds for a service that does not
@@ -33,6 +34,8 @@ public:
     bool secretServiceAnswers() const;
 
 private:
+    static std::unique_ptr<SecretStore> withFileBehind(std::unique_ptr<SecretStore> service);
+
     std::ostream& m_announcements;
     std::chrono::milliseconds m_probeDeadline;
     bool m_announced = false;

@@ -3,6 +3,7 @@
 #include "platform/SecretServiceStore.h"
 
 #include "platform/FileSecretStore.h"
+#include "platform/MigratingSecretStore.h"
 #include "platform/SecretStatus.h"
 #include "platform/SecretStoreSelector.h"
 
@@ -33,7 +34,7 @@ TEST(SecretServiceStoreTest, ItemsAreKeptAsBytesUnderServiceAndAccountAlone) {
     std::ostringstream announcements;
     SecretStoreSelector selector(announcements);
     ASSERT_TRUE(selector.secretServiceAnswers()) << "no Secret Service here; run through run-with-keyring.sh";
-    EXPECT_NE(dynamic_cast<SecretServiceStore*>(selector.select().get()), nullptr);
+    EXPECT_NE(dynamic_cast<MigratingSecretStore*>(selector.select().get()), nullptr);
     EXPECT_EQ(announcements.str(), "") << "an answering Secret Service is chosen silently";
 
     SecretServiceStore store;
@@ -77,6 +78,26 @@ TEST(SecretServiceStoreTest, ItemsAreKeptAsBytesUnderServiceAndAccountAlone) {
          {std::pair{kService, account}, {kService, other}, {"Quorvane.Other", account}}) {
         EXPECT_EQ(store.remove(name, item), kSecretStatusSuccess);
     }
+}
+
+// The keyring did not answer once, so the key went to the file; now it
+// answers, and the key is found, moved into it, and the file is gone.
+TEST(SecretServiceStoreTest, AKeyKeptInTheFileWhileTheServiceWasAwayMovesIntoIt) {
+    const std::string account = "DeepSeekAPIKey";
+    FileSecretStore file(FileSecretStore::defaultPath());
+    ASSERT_EQ(file.add(kService, account, "sk-saved-while-away"), kSecretStatusSuccess);
+    ASSERT_EQ(SecretServiceStore().add(kService, account, "sk-older"), kSecretStatusSuccess);
+
+    std::ostringstream announcements;
+    auto store = SecretStoreSelector(announcements).select();
+    EXPECT_EQ(store->copy(kService, account).data, "sk-saved-while-away");
+    EXPECT_EQ(file.copy(kService, account).status, kSecretStatusItemNotFound);
+    EXPECT_EQ(secretTool({"lookup", "service", QString::fromStdString(kService), "account",
+                          QString::fromStdString(account)}),
+              "sk-saved-while-away");
+    EXPECT_EQ(announcements.str(), "") << "the key is never shown";
+    EXPECT_EQ(store->remove(kService, account), kSecretStatusSuccess);
+    EXPECT_EQ(SecretServiceStore().copy(kService, account).status, kSecretStatusItemNotFound);
 }
 
 // Runs inside a session bus that has no Secret Service and cannot start one

@@ -1,6 +1,7 @@
 #include "platform/SecretStoreSelector.h"
 
 #include "platform/FileSecretStore.h"
+#include "platform/MigratingSecretStore.h"
 #include "platform/SecretServiceStore.h"
 
 #include <QTemporaryDir>
@@ -77,7 +78,7 @@ TEST_F(SecretStoreSelectorTest, TheEnvironmentForcesEitherStoreWithoutAProbe) {
 
     ASSERT_NE(dynamic_cast<FileSecretStore*>(file.get()), nullptr);
     EXPECT_EQ(dynamic_cast<FileSecretStore*>(file.get())->filePath(), expectedFile());
-    EXPECT_NE(dynamic_cast<SecretServiceStore*>(secretService.get()), nullptr);
+    EXPECT_NE(dynamic_cast<MigratingSecretStore*>(secretService.get()), nullptr);
     EXPECT_EQ(m_announcements.str(), "");
     EXPECT_FALSE(hung.wasConnectedTo());
 }
