@@ -96,7 +96,12 @@ QtSettingsStore::QtSettingsStore(const QString& filePath)
     : m_settings(filePath, QSettings::IniFormat) {}
 
 std::optional<SettingValue> QtSettingsStore::value(const std::string& key) const {
-    if (!isUsable(key) || !m_settings.contains(qtKey(key))) {
+    if (!isUsable(key)) {
+        return std::nullopt;
+    }
+    // Rereads the file when another process changed it since; a stat when it did not.
+    m_settings.sync();
+    if (!m_settings.contains(qtKey(key))) {
         return std::nullopt;
     }
     return fromVariant(m_settings.value(qtKey(key)));

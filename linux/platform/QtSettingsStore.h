@@ -35,7 +35,10 @@ public:
     void remove(const std::string& key) override;
 
 private:
-    QSettings m_settings;
+    // Mutable: a read first takes in what other processes wrote (the command
+    // line and the desktop app share the file), so a read-modify-write starts
+    // from the file as it is, not from this process's cache.
+    mutable QSettings m_settings;
 };
 
 } // namespace quorvane

@@ -20,8 +20,7 @@ inline const std::string kWhale = "🐋";
 // Every run starts the binary afresh, as a shell or a status bar does, with
 // a clean environment apart from PATH: HOME and XDG_CONFIG_HOME in a folder
 // of the harness's own, the file secret store, no display, the offscreen Qt
-// platform, the C.UTF-8 locale (whose ICU locale writes a no-break space
-// after "$" and "CN¥") and UTC.
+// platform, the C.UTF-8 locale (money then reads as in en_US) and UTC.
 // The server answers only while a run is waited for, in the test's event loop.
 class ProgramHarness {
 public:
