@@ -31,8 +31,12 @@ void MigratingSecretStore::migrate(const std::string& service, const std::string
     }
 }
 
-void MigratingSecretStore::forgetFileCopy(const std::string& service, const std::string& account) {
-    m_file->remove(service, account);
+std::int32_t MigratingSecretStore::savedInServiceAlone(std::int32_t status, const std::string& service,
+                                                       const std::string& account) {
+    if (status == kSecretStatusSuccess) {
+        m_file->remove(service, account);
+    }
+    return status;
 }
 
 SecretCopyResult MigratingSecretStore::copy(const std::string& service, const std::string& account) {
@@ -49,21 +53,13 @@ SecretCopyResult MigratingSecretStore::copy(const std::string& service, const st
 std::int32_t MigratingSecretStore::add(const std::string& service, const std::string& account,
                                        const std::string& data) {
     migrate(service, account);
-    const std::int32_t status = m_service->add(service, account, data);
-    if (status == kSecretStatusSuccess) {
-        forgetFileCopy(service, account);
-    }
-    return status;
+    return savedInServiceAlone(m_service->add(service, account, data), service, account);
 }
 
 std::int32_t MigratingSecretStore::update(const std::string& service, const std::string& account,
                                           const std::string& data) {
     migrate(service, account);
-    const std::int32_t status = m_service->update(service, account, data);
-    if (status == kSecretStatusSuccess) {
-        forgetFileCopy(service, account);
-    }
-    return status;
+    return savedInServiceAlone(m_service->update(service, account, data), service, account);
 }
 
 std::int32_t MigratingSecretStore::remove(const std::string& service, const std::string& account) {

@@ -28,7 +28,9 @@ public:
 private:
     // Moves the file's item into the service, at most once per item and store.
     void migrate(const std::string& service, const std::string& account);
-    void forgetFileCopy(const std::string& service, const std::string& account);
+    // The status of a save; a successful one leaves no copy in the file.
+    std::int32_t savedInServiceAlone(std::int32_t status, const std::string& service,
+                                     const std::string& account);
 
     std::unique_ptr<SecretStore> m_service;
     std::unique_ptr<SecretStore> m_file;

@@ -20,7 +20,7 @@ Runs inside a session bus of its own (run-in-session.sh) and stops every
 process it started. Standard library only.
 """
 import argparse
-import http.server
+import importlib.util
 import json
 import os
 import re
@@ -28,7 +28,6 @@ import shutil
 import subprocess
 import sys
 import tempfile
-import threading
 import time
 
 WHALE = "\U0001F40B"
@@ -36,6 +35,7 @@ WARNING = "\u26A0\uFE0F"
 WIDTH, HEIGHT = 1280, 800
 BAR_HEIGHT = 30
 APP_ID = "app.quorvane.Quorvane"
+KEY = "sk-session-test"
 
 
 class Failure(Exception):
@@ -63,42 +63,13 @@ def wait_for(what, probe, timeout=15.0):
     raise Failure("timed out waiting for %s (last: %r)" % (what, last))
 
 
-class BalanceServer:
-    """The balance endpoint on 127.0.0.1, with a balance the test sets and a request count."""
-
-    KEY = "sk-session-test"
-
-    def __init__(self):
-        self.total = "12.34"
-        self.requests = 0
-        owner = self
-
-        class Handler(http.server.BaseHTTPRequestHandler):
-            protocol_version = "HTTP/1.1"
-
-            def do_GET(self):
-                owner.requests += 1
-                ok = self.headers.get("Authorization") == "Bearer " + owner.KEY
-                body = json.dumps({"is_available": True, "balance_infos": [{
-                    "currency": "USD", "total_balance": owner.total,
-                    "granted_balance": "0.00", "topped_up_balance": owner.total}]}).encode()
-                self.send_response(200 if ok else 401)
-                self.send_header("Content-Type", "application/json")
-                self.send_header("Content-Length", str(len(body)))
-                self.send_header("Connection", "close")
-                self.end_headers()
-                self.wfile.write(body)
-                self.close_connection = True
-
-            def log_message(self, *args):
-                pass
-
-        self.server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
-        threading.Thread(target=self.server.serve_forever, daemon=True).start()
-        self.url = "http://127.0.0.1:%d" % self.server.server_address[1]
-
-    def stop(self):
-        self.server.shutdown()
+def balance_endpoint():
+    """The project's local balance endpoint (scripts/balance-server.py), in a thread."""
+    path = os.path.join(os.path.dirname(__file__), "..", "..", "..", "scripts", "balance-server.py")
+    spec = importlib.util.spec_from_file_location("balance_server", path)
+    module = importlib.util.module_from_spec(spec)
+    spec.loader.exec_module(module)
+    return module.BalanceEndpoint(KEY).start()
 
 
 class Session:
@@ -313,10 +284,10 @@ class Sway:
 
 def test_wayland(session):
     sway = Sway(session)
-    server = BalanceServer()
+    server = balance_endpoint()
     try:
         session.env["QUORVANE_API_BASE_URL"] = server.url
-        session.quorvane("key", "set", stdin=BalanceServer.KEY + "\n")
+        session.quorvane("key", "set", stdin=KEY + "\n")
         app_env = dict(session.env, QT_QPA_PLATFORM="wayland")
         app = session.start([session.binary("quorvane")], "app.log", env=app_env)
         service = session.wait_for_item(app)
