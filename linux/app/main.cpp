@@ -1,6 +1,7 @@
 // quorvane: the desktop app without arguments, one command with them.
 #include "app/DesktopApp.h"
 #include "app/StateBackend.h"
+#include "cli/AutostartEntry.h"
 #include "cli/ClipboardHolder.h"
 #include "cli/CommandLine.h"
 #include "cli/CommandRunner.h"
@@ -114,6 +115,14 @@ int main(int argc, char** argv) {
 
     if (invocation.command == CommandName::HoldClipboard) {
         return ClipboardHolder::run(STDIN_FILENO, STDOUT_FILENO);
+    }
+    // Touches neither the settings nor the key: no store is opened for it.
+    if (invocation.command == CommandName::Autostart) {
+        const auto action = invocation.autostart == "on"    ? AutostartEntry::Action::On
+                            : invocation.autostart == "off" ? AutostartEntry::Action::Off
+                                                            : AutostartEntry::Action::Status;
+        return AutostartEntry::run(action, QCoreApplication::applicationFilePath().toStdString(), std::cout,
+                                   std::cerr);
     }
 
     const SystemClock clock;

@@ -138,6 +138,16 @@ std::string intervalPage() {
            "off, \" (auto-refresh is off)\" follows.\n";
 }
 
+std::string autostartPage() {
+    return "Usage: quorvane autostart on|off|status\n\n"
+           "on      starts the desktop app whenever you log in, through an entry in\n"
+           "        $XDG_CONFIG_HOME/autostart/ (~/.config/autostart/), which every\n"
+           "        desktop that follows the XDG autostart specification reads\n"
+           "off     removes that entry\n"
+           "status  says whether the entry is there\n\n"
+           "The desktop app's menu has no such item: launching at login is set here.\n";
+}
+
 } // namespace
 
 std::string CommandHelp::overview() {
@@ -158,7 +168,8 @@ std::string CommandHelp::overview() {
            "  interval " +
            intervalChoices() +
            "\n"
-           "                           set the seconds between automatic refreshes\n\n"
+           "                           set the seconds between automatic refreshes\n"
+           "  autostart on|off|status  start the desktop app at login, or not\n\n"
            "Options:\n"
            "  --demo   a simulated account on a local server, with settings and key kept\n"
            "           in memory: nothing of yours is read or written\n"
@@ -169,7 +180,7 @@ std::string CommandHelp::overview() {
 }
 
 std::optional<std::string> CommandHelp::forCommand(std::string_view command) {
-    const std::array<std::pair<std::string_view, std::string (*)()>, 9> pages = {{
+    const std::array<std::pair<std::string_view, std::string (*)()>, 10> pages = {{
         {"status", statusPage},
         {"summary", summaryPage},
         {"menu", menuPage},
@@ -179,6 +190,7 @@ std::optional<std::string> CommandHelp::forCommand(std::string_view command) {
         {"history", historyPage},
         {"auto-refresh", autoRefreshPage},
         {"interval", intervalPage},
+        {"autostart", autostartPage},
     }};
     for (const auto& [name, page] : pages) {
         if (name == command) {

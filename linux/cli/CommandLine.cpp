@@ -215,6 +215,21 @@ ParsedCommandLine interval(Arguments arguments, Invocation invocation) {
     return usageError("interval", CommandLine::quoted(text) + " is not one of " + choices);
 }
 
+// The demo keeps nothing of the user's, and this changes the user's login.
+ParsedCommandLine autostart(Arguments arguments, Invocation invocation) {
+    if (arguments.size() != 1 ||
+        (arguments[0] != "on" && arguments[0] != "off" && arguments[0] != "status")) {
+        return usageError("autostart", arguments.size() > 1 ? "takes one argument, 'on', 'off' or 'status'"
+                                                            : "say 'on', 'off' or 'status'");
+    }
+    if (invocation.demo) {
+        return usageError("autostart", "the demo changes nothing of yours; leave out --demo");
+    }
+    invocation.command = CommandName::Autostart;
+    invocation.autostart = arguments[0];
+    return run(invocation);
+}
+
 ParsedCommandLine command(const std::string& word, Arguments arguments, Invocation invocation) {
     if (word == "status") {
         invocation.command = CommandName::Status;
@@ -246,6 +261,9 @@ ParsedCommandLine command(const std::string& word, Arguments arguments, Invocati
     }
     if (word == "interval") {
         return interval(arguments, invocation);
+    }
+    if (word == "autostart") {
+        return autostart(arguments, invocation);
     }
     return usageError("", "unknown command " + CommandLine::quoted(word));
 }

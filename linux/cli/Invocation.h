@@ -19,6 +19,7 @@ enum class CommandName {
     HistoryClear,
     AutoRefresh,
     Interval,
+    Autostart,
     // The detached helper that keeps a copied summary on the clipboard; not for people.
     HoldClipboard,
 };
@@ -39,6 +40,8 @@ struct Invocation {
     bool autoRefreshOn = true;
     // interval
     std::int64_t intervalSeconds = 0;
+    // autostart: "on", "off" or "status"
+    std::string autostart;
 };
 
 } // namespace quorvane
