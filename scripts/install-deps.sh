@@ -16,6 +16,8 @@ packages=(
     # the desktop sessions the tests run the app in: X11 with a work area,
     # and Wayland (sway with waybar as panel and tray, Qt's Wayland plugin)
     x11-utils python3 sway waybar grim qt6-wayland libwayland-dev
+    # the Debian package and the tools that judge it
+    dpkg-dev fakeroot lintian desktop-file-utils appstream groff-base
     # emoji in the title, the menu and the cards
     fonts-noto-color-emoji
     # the cards' UI font, drawn to the proportions their frames were made for

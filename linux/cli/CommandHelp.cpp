@@ -6,6 +6,7 @@
 
 #include <array>
 #include <utility>
+#include <vector>
 
 namespace quorvane {
 
@@ -179,20 +180,36 @@ std::string CommandHelp::overview() {
            "error. Settings live in $XDG_CONFIG_HOME/Quorvane/Quorvane.conf.\n";
 }
 
+namespace {
+
+using Page = std::pair<std::string_view, std::string (*)()>;
+
+// In the overview's order.
+constexpr std::array<Page, 10> kPages = {{
+    {"status", statusPage},
+    {"summary", summaryPage},
+    {"menu", menuPage},
+    {"card", cardPage},
+    {"key", keyPage},
+    {"baseline", baselinePage},
+    {"history", historyPage},
+    {"auto-refresh", autoRefreshPage},
+    {"interval", intervalPage},
+    {"autostart", autostartPage},
+}};
+
+} // namespace
+
+std::vector<std::string_view> CommandHelp::commands() {
+    std::vector<std::string_view> names;
+    for (const auto& page : kPages) {
+        names.push_back(page.first);
+    }
+    return names;
+}
+
 std::optional<std::string> CommandHelp::forCommand(std::string_view command) {
-    const std::array<std::pair<std::string_view, std::string (*)()>, 10> pages = {{
-        {"status", statusPage},
-        {"summary", summaryPage},
-        {"menu", menuPage},
-        {"card", cardPage},
-        {"key", keyPage},
-        {"baseline", baselinePage},
-        {"history", historyPage},
-        {"auto-refresh", autoRefreshPage},
-        {"interval", intervalPage},
-        {"autostart", autostartPage},
-    }};
-    for (const auto& [name, page] : pages) {
+    for (const auto& [name, page] : kPages) {
         if (name == command) {
             return page();
         }
