@@ -1,8 +1,8 @@
 #include "NullCanvas.h"
 #include "SampleSeries.h"
 #include "chart/UsageChartView.h"
+#include "icu/IcuFormatter.h"
 #include "menu/CardFactory.h"
-#include "platform/icu/IcuFormatter.h"
 #include "tracking/BalanceHistory.h"
 
 #include <benchmark/benchmark.h>

@@ -1,8 +1,8 @@
 // Balance samples shaped like a running app's history, for the benchmarks to store and draw.
 #pragma once
 
-#include "platform/Timestamp.h"
 #include "tracking/BalancePoint.h"
+#include "values/Timestamp.h"
 
 #include <cstddef>
 #include <vector>

@@ -3,8 +3,8 @@
 // double of the same sign, and obeys the arithmetic's basic laws.
 #include "FuzzAssert.h"
 #include "balance/ParseAmount.h"
-#include "platform/Decimal.h"
-#include "platform/DoubleText.h"
+#include "values/Decimal.h"
+#include "values/DoubleText.h"
 
 #include <cmath>
 #include <cstddef>

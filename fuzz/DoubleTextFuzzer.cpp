@@ -2,7 +2,7 @@
 // library has and the stream-based ones a Mac takes must read the same texts
 // to the same values, and every shortest text must read back to its value.
 #include "FuzzAssert.h"
-#include "platform/DoubleText.h"
+#include "values/DoubleText.h"
 
 #include <cmath>
 #include <cstddef>

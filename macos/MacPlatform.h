@@ -13,7 +13,7 @@
 #include "MacTextSegmenter.h"
 #include "MacTimerScheduler.h"
 #include "MacWorkspace.h"
-#include "platform/Platform.h"
+#include "app/Platform.h"
 
 #include <objc/objc.h>
 

@@ -1,9 +1,9 @@
 // The menu-bar item on NSStatusItem, with the one menu it opens.
 #pragma once
 
+#include "menu/StatusItem.h"
 #include "platform/Clock.h"
 #include "platform/Formatter.h"
-#include "platform/StatusItem.h"
 
 #include <memory>
 #include <objc/objc.h>

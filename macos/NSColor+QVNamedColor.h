@@ -1,7 +1,7 @@
 // The system colours the core names, resolved to AppKit's appearance-dependent colours.
 #pragma once
 
-#include "platform/NamedColor.h"
+#include "values/NamedColor.h"
 
 #import <AppKit/AppKit.h>
 

@@ -1,7 +1,7 @@
 // The system font at the size and weight the core gives.
 #pragma once
 
-#include "platform/Font.h"
+#include "values/Font.h"
 
 #import <AppKit/AppKit.h>
 

@@ -14,7 +14,7 @@ set -euo pipefail
 
 ROOT="$(cd "$(dirname "$0")/.." && pwd)"
 BUILD="${1:-$ROOT/build-i}"
-QUORVANE="$BUILD/linux/app/quorvane"
+QUORVANE="$BUILD/linux/main/quorvane"
 DURATION="${DURATION:-120}"
 SETTLE=5
 KEY="sk-bench-key"

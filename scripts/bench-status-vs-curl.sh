@@ -7,7 +7,7 @@ set -euo pipefail
 
 ROOT="$(cd "$(dirname "$0")/.." && pwd)"
 BUILD="${1:-$ROOT/build-i}"
-QUORVANE="$BUILD/linux/app/quorvane"
+QUORVANE="$BUILD/linux/main/quorvane"
 KEY="sk-bench-key"
 RUNS="${RUNS:-50}"
 

@@ -12,7 +12,7 @@ bash scripts/install-deps.sh
 build_dir=build-release
 cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=Release -DQUORVANE_BUILD_TESTS=OFF >/dev/null
 cmake --build "$build_dir" --target quorvane -j "$(nproc)"
-quorvane="$build_dir/linux/app/quorvane"
+quorvane="$build_dir/linux/main/quorvane"
 
 if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
     echo "Starting the demo: click the whale in your panel's status area for the dashboard, right-click it for the menu (on X11 with no panel: the strip at the top right)."

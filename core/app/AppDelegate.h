@@ -1,6 +1,7 @@
 // The single holder of the program's run-time state and the target of every menu command.
 #pragma once
 
+#include "app/Platform.h"
 #include "balance/AutoRefreshSettings.h"
 #include "balance/BalanceRequest.h"
 #include "balance/BalanceResponse.h"
@@ -8,7 +9,6 @@
 #include "menu/CardFactory.h"
 #include "menu/MenuBuilder.h"
 #include "platform/Defaults.h"
-#include "platform/Platform.h"
 #include "tracking/BalanceHistory.h"
 #include "tracking/SpendBaselines.h"
 

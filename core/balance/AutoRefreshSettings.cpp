@@ -1,6 +1,6 @@
 #include "balance/AutoRefreshSettings.h"
 
-#include "platform/DoubleText.h"
+#include "values/DoubleText.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #include "balance/BalanceRequest.h"
 
-#include "platform/Utf8.h"
+#include "values/Utf8.h"
 
 namespace quorvane {
 

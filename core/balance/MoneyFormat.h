@@ -1,8 +1,8 @@
 // The money text of the menu, the dashboard card and the summary.
 #pragma once
 
-#include "platform/Decimal.h"
 #include "platform/Formatter.h"
+#include "values/Decimal.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // The one rule that turns an amount text from the endpoint or the store into a number.
 #pragma once
 
-#include "platform/Decimal.h"
+#include "values/Decimal.h"
 
 #include <string_view>
 

@@ -3,7 +3,7 @@
 
 #include "balance/BalanceInfo.h"
 #include "balance/BalanceResponse.h"
-#include "platform/Decimal.h"
+#include "values/Decimal.h"
 
 #include <optional>
 #include <string_view>

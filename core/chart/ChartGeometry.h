@@ -1,11 +1,11 @@
 // Where the usage chart puts things: plot rectangle, balance scale, sample positions, hover pick and bubble.
 #pragma once
 
-#include "platform/Decimal.h"
-#include "platform/Path.h"
-#include "platform/Point.h"
-#include "platform/Rect.h"
 #include "tracking/BalancePoint.h"
+#include "values/Decimal.h"
+#include "values/Path.h"
+#include "values/Point.h"
+#include "values/Rect.h"
 
 #include <cstddef>
 #include <cstdint>

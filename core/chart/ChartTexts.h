@@ -1,9 +1,9 @@
 // The usage chart's words: the tooltip of a hovered sample, the value bubble's line and its amounts.
 #pragma once
 
-#include "platform/Decimal.h"
 #include "platform/Formatter.h"
 #include "tracking/BalancePoint.h"
+#include "values/Decimal.h"
 
 #include <cstdint>
 #include <optional>

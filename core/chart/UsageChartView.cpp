@@ -2,8 +2,8 @@
 
 #include "chart/ChartGeometry.h"
 #include "chart/ChartTexts.h"
-#include "platform/Font.h"
-#include "platform/Path.h"
+#include "values/Font.h"
+#include "values/Path.h"
 
 namespace quorvane {
 

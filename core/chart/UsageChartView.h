@@ -3,10 +3,10 @@
 
 #include "platform/Canvas.h"
 #include "platform/Formatter.h"
-#include "platform/NamedColor.h"
-#include "platform/Point.h"
-#include "platform/Rect.h"
 #include "tracking/BalancePoint.h"
+#include "values/NamedColor.h"
+#include "values/Point.h"
+#include "values/Rect.h"
 
 #include <cstdint>
 #include <optional>

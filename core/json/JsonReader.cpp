@@ -1,6 +1,6 @@
 #include "json/JsonReader.h"
 
-#include "platform/Utf8.h"
+#include "values/Utf8.h"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
 #include "keychain/KeychainStore.h"
 
-#include "platform/Utf8.h"
+#include "values/Utf8.h"
 
 namespace quorvane {
 

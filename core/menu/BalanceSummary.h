@@ -3,8 +3,8 @@
 
 #include "balance/BalanceResponse.h"
 #include "platform/Formatter.h"
-#include "platform/Timestamp.h"
 #include "tracking/SpendBaselines.h"
+#include "values/Timestamp.h"
 
 #include <optional>
 #include <string>

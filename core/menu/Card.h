@@ -3,7 +3,7 @@
 
 #include "chart/UsageChartView.h"
 #include "menu/CardLabel.h"
-#include "platform/Rect.h"
+#include "values/Rect.h"
 
 #include <variant>
 #include <vector>

@@ -1,9 +1,9 @@
 // One text label of a card: its text, frame, font, colour, alignment and truncation.
 #pragma once
 
-#include "platform/Font.h"
-#include "platform/NamedColor.h"
-#include "platform/Rect.h"
+#include "values/Font.h"
+#include "values/NamedColor.h"
+#include "values/Rect.h"
 
 #include <string>
 

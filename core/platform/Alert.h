@@ -1,7 +1,7 @@
 // A modal alert with a masked text field: the API key dialog.
 #pragma once
 
-#include "platform/Rect.h"
+#include "values/Rect.h"
 
 #include <string>
 #include <vector>

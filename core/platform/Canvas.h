@@ -1,10 +1,10 @@
 // The drawing surface a view paints on: paths, fills, strokes and text, in the view's coordinates.
 #pragma once
 
-#include "platform/Font.h"
-#include "platform/NamedColor.h"
-#include "platform/Path.h"
-#include "platform/Rect.h"
+#include "values/Font.h"
+#include "values/NamedColor.h"
+#include "values/Path.h"
+#include "values/Rect.h"
 
 #include <string>
 

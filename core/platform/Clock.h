@@ -1,7 +1,7 @@
 // The current time and the user's current time zone.
 #pragma once
 
-#include "platform/Timestamp.h"
+#include "values/Timestamp.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "platform/Defaults.h"
 
-#include "platform/DoubleText.h"
+#include "values/DoubleText.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,8 +1,8 @@
 // Locale-aware texts of numbers, money, dates and relative times.
 #pragma once
 
-#include "platform/Decimal.h"
-#include "platform/Timestamp.h"
+#include "values/Decimal.h"
+#include "values/Timestamp.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 // The persistent key-value store for settings, baselines and history.
 #pragma once
 
-#include "platform/SettingValue.h"
+#include "values/SettingValue.h"
 
 #include <optional>
 #include <string>

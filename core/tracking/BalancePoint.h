@@ -1,8 +1,8 @@
 // One balance sample of the history: when, in which currency, how much.
 #pragma once
 
-#include "platform/Decimal.h"
-#include "platform/Timestamp.h"
+#include "values/Decimal.h"
+#include "values/Timestamp.h"
 
 #include <string>
 

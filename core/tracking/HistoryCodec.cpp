@@ -3,7 +3,7 @@
 #include "json/JsonReader.h"
 #include "json/JsonValue.h"
 #include "json/JsonWriter.h"
-#include "platform/DoubleText.h"
+#include "values/DoubleText.h"
 
 #include <cmath>
 

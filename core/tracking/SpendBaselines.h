@@ -3,9 +3,9 @@
 
 #include "balance/BalanceResponse.h"
 #include "platform/Clock.h"
-#include "platform/Decimal.h"
 #include "platform/Defaults.h"
 #include "platform/Formatter.h"
+#include "values/Decimal.h"
 
 #include <string>
 #include <string_view>

@@ -2,7 +2,7 @@
 
 #include "balance/AutoRefreshSettings.h"
 #include "cli/CommandHelp.h"
-#include "platform/Utf8.h"
+#include "values/Utf8.h"
 
 #include <algorithm>
 #include <cctype>

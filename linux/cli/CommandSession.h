@@ -7,9 +7,9 @@
 #include "cli/HeadlessStatusItem.h"
 #include "cli/SessionStores.h"
 #include "cli/TerminalDesktop.h"
-#include "platform/QtHttpClient.h"
-#include "platform/QtTimerScheduler.h"
-#include "platform/icu/IcuTextSegmenter.h"
+#include "icu/IcuTextSegmenter.h"
+#include "services/QtHttpClient.h"
+#include "services/QtTimerScheduler.h"
 
 #include <chrono>
 #include <memory>

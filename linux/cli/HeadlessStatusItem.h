@@ -1,7 +1,7 @@
 // The status item of a command: keeps the title, tooltip and menu the program sets, for printing.
 #pragma once
 
-#include "platform/StatusItem.h"
+#include "menu/StatusItem.h"
 
 #include <string>
 #include <vector>

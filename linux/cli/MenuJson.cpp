@@ -1,6 +1,6 @@
 #include "cli/MenuJson.h"
 
-#include "platform/DoubleText.h"
+#include "values/DoubleText.h"
 
 #include <QDateTime>
 

@@ -4,7 +4,7 @@
 #include "json/JsonValue.h"
 #include "menu/Card.h"
 #include "menu/MenuItem.h"
-#include "platform/Timestamp.h"
+#include "values/Timestamp.h"
 
 #include <optional>
 #include <string>

@@ -7,7 +7,7 @@
 #include "demo/DemoSettingsStore.h"
 #include "platform/Clock.h"
 #include "platform/Formatter.h"
-#include "platform/Timestamp.h"
+#include "values/Timestamp.h"
 
 #include <cstdint>
 #include <string>

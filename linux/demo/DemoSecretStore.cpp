@@ -1,6 +1,6 @@
 #include "demo/DemoSecretStore.h"
 
-#include "platform/SecretStatus.h"
+#include "services/SecretStatus.h"
 
 namespace quorvane {
 

@@ -1,7 +1,7 @@
 // The system colours by name as Qt colours, for the light or the dark appearance.
 #pragma once
 
-#include "platform/NamedColor.h"
+#include "values/NamedColor.h"
 
 #include <QColor>
 #include <QPalette>

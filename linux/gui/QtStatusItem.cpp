@@ -2,7 +2,7 @@
 
 #include "gui/MarkIcon.h"
 #include "menu/StatusTitle.h"
-#include "platform/QtTimerHold.h"
+#include "services/QtTimerHold.h"
 
 #include <QCursor>
 #include <QScreen>

@@ -5,7 +5,7 @@
 #include "gui/MenuPanel.h"
 #include "gui/MenuRenderer.h"
 #include "gui/StatusStripWidget.h"
-#include "platform/StatusItem.h"
+#include "menu/StatusItem.h"
 #include "tray/DBusMenuExporter.h"
 #include "tray/StatusNotifierItem.h"
 #include "tray/StatusNotifierService.h"

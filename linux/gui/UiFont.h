@@ -1,7 +1,7 @@
 // The UI font of the cards at a size and weight of the core's, with colour emoji behind it.
 #pragma once
 
-#include "platform/Font.h"
+#include "values/Font.h"
 
 #include <QFont>
 #include <QString>

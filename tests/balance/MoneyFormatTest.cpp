@@ -1,7 +1,7 @@
 #include "balance/MoneyFormat.h"
 
 #include "fakes/StubFormatter.h"
-#include "platform/icu/IcuFormatter.h"
+#include "icu/IcuFormatter.h"
 
 #include <gtest/gtest.h>
 

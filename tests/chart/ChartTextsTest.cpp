@@ -1,6 +1,6 @@
 #include "chart/ChartTexts.h"
 
-#include "platform/icu/IcuFormatter.h"
+#include "icu/IcuFormatter.h"
 
 #include <gtest/gtest.h>
 

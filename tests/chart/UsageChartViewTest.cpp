@@ -1,7 +1,7 @@
 #include "chart/UsageChartView.h"
 
 #include "fakes/RecordingCanvas.h"
-#include "platform/icu/IcuFormatter.h"
+#include "icu/IcuFormatter.h"
 
 #include <gtest/gtest.h>
 

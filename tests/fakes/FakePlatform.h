@@ -1,6 +1,7 @@
 // Every platform service as a fake, with the real ICU formatting pinned to en_US.
 #pragma once
 
+#include "app/Platform.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHttpClient.h"
 #include "fakes/ManualTimerScheduler.h"
@@ -8,9 +9,8 @@
 #include "fakes/MemorySettingsStore.h"
 #include "fakes/RecordingDesktop.h"
 #include "fakes/RecordingStatusItem.h"
-#include "platform/Platform.h"
-#include "platform/icu/IcuFormatter.h"
-#include "platform/icu/IcuTextSegmenter.h"
+#include "icu/IcuFormatter.h"
+#include "icu/IcuTextSegmenter.h"
 
 namespace quorvane {
 

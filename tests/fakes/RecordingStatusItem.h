@@ -2,7 +2,7 @@
 #pragma once
 
 #include "menu/MenuTextRenderer.h"
-#include "platform/StatusItem.h"
+#include "menu/StatusItem.h"
 
 #include <string>
 #include <vector>

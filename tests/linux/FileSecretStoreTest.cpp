@@ -1,6 +1,6 @@
-#include "platform/FileSecretStore.h"
+#include "services/FileSecretStore.h"
 
-#include "platform/SecretStatus.h"
+#include "services/SecretStatus.h"
 
 #include <QDir>
 #include <QTemporaryDir>

@@ -1,4 +1,4 @@
-#include "platform/icu/IcuTextSegmenter.h"
+#include "icu/IcuTextSegmenter.h"
 
 #include <gtest/gtest.h>
 

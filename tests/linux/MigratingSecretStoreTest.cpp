@@ -1,4 +1,4 @@
-#include "platform/MigratingSecretStore.h"
+#include "services/MigratingSecretStore.h"
 
 #include "fakes/MemorySecretStore.h"
 

@@ -1,4 +1,4 @@
-#include "platform/QtHttpClient.h"
+#include "services/QtHttpClient.h"
 
 #include "EventLoopWait.h"
 #include "LoopbackHttpServer.h"

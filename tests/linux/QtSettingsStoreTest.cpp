@@ -1,4 +1,4 @@
-#include "platform/QtSettingsStore.h"
+#include "services/QtSettingsStore.h"
 
 #include "platform/Defaults.h"
 

@@ -1,9 +1,9 @@
-#include "platform/QtTimerScheduler.h"
+#include "services/QtTimerScheduler.h"
 
 #include "EventLoopWait.h"
-#include "platform/QtRepeatingTimer.h"
-#include "platform/QtTimerHold.h"
-#include "platform/TimerCountdown.h"
+#include "services/QtRepeatingTimer.h"
+#include "services/QtTimerHold.h"
+#include "services/TimerCountdown.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -1,11 +1,11 @@
 // These run only inside run-with-keyring.sh, against a real gnome-keyring in
 // a private session bus (CTest's linux_secret_service test).
-#include "platform/SecretServiceStore.h"
+#include "services/SecretServiceStore.h"
 
-#include "platform/FileSecretStore.h"
-#include "platform/MigratingSecretStore.h"
-#include "platform/SecretStatus.h"
-#include "platform/SecretStoreSelector.h"
+#include "services/FileSecretStore.h"
+#include "services/MigratingSecretStore.h"
+#include "services/SecretStatus.h"
+#include "services/SecretStoreSelector.h"
 
 #include <QProcess>
 #include <gtest/gtest.h>

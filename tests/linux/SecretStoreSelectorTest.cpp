@@ -1,8 +1,8 @@
-#include "platform/SecretStoreSelector.h"
+#include "services/SecretStoreSelector.h"
 
-#include "platform/FileSecretStore.h"
-#include "platform/MigratingSecretStore.h"
-#include "platform/SecretServiceStore.h"
+#include "services/FileSecretStore.h"
+#include "services/MigratingSecretStore.h"
+#include "services/SecretServiceStore.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/Decimal.h"
+#include "values/Decimal.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "platform/Defaults.h"
 
 #include "fakes/MemorySettingsStore.h"
-#include "platform/Utf8.h"
+#include "values/Utf8.h"
 
 #include <gtest/gtest.h>
 

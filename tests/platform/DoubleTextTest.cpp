@@ -1,4 +1,4 @@
-#include "platform/DoubleText.h"
+#include "values/DoubleText.h"
 
 #include <gtest/gtest.h>
 

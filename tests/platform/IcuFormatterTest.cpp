@@ -1,4 +1,4 @@
-#include "platform/icu/IcuFormatter.h"
+#include "icu/IcuFormatter.h"
 
 #include <gtest/gtest.h>
 

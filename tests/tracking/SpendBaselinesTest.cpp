@@ -2,7 +2,7 @@
 
 #include "fakes/FakeClock.h"
 #include "fakes/MemorySettingsStore.h"
-#include "platform/icu/IcuFormatter.h"
+#include "icu/IcuFormatter.h"
 
 #include <gtest/gtest.h>
 

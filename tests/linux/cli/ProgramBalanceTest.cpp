@@ -3,7 +3,7 @@
 #include "ProgramHarness.h"
 #include "fakes/BalanceBody.h"
 #include "platform/Defaults.h"
-#include "platform/QtSettingsStore.h"
+#include "services/QtSettingsStore.h"
 #include "tracking/BalanceHistory.h"
 #include "tracking/HistoryCodec.h"
 

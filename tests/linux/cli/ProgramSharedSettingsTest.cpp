@@ -1,10 +1,10 @@
 #include "ProgramHarness.h"
 #include "balance/BalanceResponse.h"
 #include "fakes/FakeClock.h"
+#include "icu/IcuFormatter.h"
 #include "platform/Defaults.h"
-#include "platform/QtSettingsStore.h"
-#include "platform/SystemClock.h"
-#include "platform/icu/IcuFormatter.h"
+#include "services/QtSettingsStore.h"
+#include "services/SystemClock.h"
 #include "tracking/BalanceHistory.h"
 #include "tracking/SpendBaselines.h"
 

@@ -2,8 +2,8 @@
 
 #include "fakes/FakeClock.h"
 #include "fakes/FakePlatform.h"
+#include "icu/IcuFormatter.h"
 #include "linux/EventLoopWait.h"
-#include "platform/icu/IcuFormatter.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/Platform.h"
 #include "fakes/BalanceBody.h"
 #include "fakes/FakePlatform.h"
 #include "gui/QtStatusItem.h"
-#include "platform/Platform.h"
-#include "platform/QtTimerHold.h"
+#include "services/QtTimerHold.h"
 
 #include <QDBusConnection>
 #include <QString>

@@ -3,7 +3,7 @@
 #include "fakes/FakePlatform.h"
 #include "gui/ColorPalette.h"
 #include "gui/EmojiTextLayout.h"
-#include "platform/icu/IcuFormatter.h"
+#include "icu/IcuFormatter.h"
 
 #include <QImage>
 #include <QPainter>

@@ -2,7 +2,7 @@
 
 #include "../LoopbackHttpServer.h"
 #include "fakes/BalanceBody.h"
-#include "platform/QtHttpClient.h"
+#include "services/QtHttpClient.h"
 
 #include <array>
 #include <string_view>

@@ -1,16 +1,16 @@
 // Every platform service as a fake except the network, which is the real Qt client.
 #pragma once
 
+#include "app/Platform.h"
 #include "fakes/FakeClock.h"
 #include "fakes/ManualTimerScheduler.h"
 #include "fakes/MemorySecretStore.h"
 #include "fakes/MemorySettingsStore.h"
 #include "fakes/RecordingDesktop.h"
 #include "fakes/RecordingStatusItem.h"
-#include "platform/Platform.h"
-#include "platform/QtHttpClient.h"
-#include "platform/icu/IcuFormatter.h"
-#include "platform/icu/IcuTextSegmenter.h"
+#include "icu/IcuFormatter.h"
+#include "icu/IcuTextSegmenter.h"
+#include "services/QtHttpClient.h"
 
 #include <string_view>
 

@@ -1,0 +1,46 @@
+// The desktop app: the delegate over the Qt platform, with its status item and menu.
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "cli/SessionStores.h"
+#include "gui/QtAlert.h"
+#include "gui/QtStatusItem.h"
+#include "icu/IcuTextSegmenter.h"
+#include "services/QtApplication.h"
+#include "services/QtHttpClient.h"
+#include "services/QtPasteboard.h"
+#include "services/QtTimerHold.h"
+#include "services/QtTimerScheduler.h"
+#include "services/QtWorkspace.h"
+
+#include <memory>
+
+namespace quorvane {
+
+// Lives for the whole process, as the delegate does: nothing is torn down
+// before the event loop returns, and nothing is saved then, because every
+// value is written the moment it changes.
+class DesktopApp {
+public:
+    // Needs a QApplication. The stores, clock and formatter outlive the app.
+    DesktopApp(const SessionStores& stores, const Clock& clock, const Formatter& formatter);
+    DesktopApp(const DesktopApp&) = delete;
+    DesktopApp& operator=(const DesktopApp&) = delete;
+
+    // Launches, then runs the event loop until the user quits.
+    int run();
+
+private:
+    IcuTextSegmenter m_segmenter;
+    QtHttpClient m_http;
+    QtTimerHold m_timerHold;
+    QtTimerScheduler m_timers{&m_timerHold};
+    QtAlert m_alert;
+    QtPasteboard m_pasteboard;
+    QtWorkspace m_workspace;
+    QtApplication m_application;
+    QtStatusItem m_statusItem;
+    std::unique_ptr<AppDelegate> m_delegate;
+};
+
+} // namespace quorvane
