@@ -7,6 +7,7 @@
 # scrolls past in a passing test run is a report nobody reads.
 # QUORVANE_FUZZ adds libFuzzer's coverage instrumentation to every target
 # (clang only); the fuzz targets add the libFuzzer runtime themselves.
+# QUORVANE_COVERAGE instruments every target for gcov (scripts/coverage.sh).
 function(quorvane_apply_sanitizers target)
     if(QUORVANE_SANITIZE)
         target_compile_options(${target} PRIVATE
@@ -17,5 +18,9 @@ function(quorvane_apply_sanitizers target)
     endif()
     if(QUORVANE_FUZZ)
         target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+    endif()
+    if(QUORVANE_COVERAGE)
+        target_compile_options(${target} PRIVATE --coverage -O0)
+        target_link_options(${target} PUBLIC --coverage)
     endif()
 endfunction()
