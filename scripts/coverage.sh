@@ -27,4 +27,4 @@ ctest --test-dir "$build_dir" -j "$(nproc)" -E '^quorvane_soak$' --output-on-fai
 gcovr --root . --object-directory "$build_dir" \
     --filter 'core/' --filter 'icu/' --filter 'linux/' \
     --exclude-throw-branches --exclude-unreachable-branches \
-    --txt-summary --output "$build_dir/coverage.txt"
+    --print-summary --txt "$build_dir/coverage.txt"
