@@ -41,7 +41,7 @@ bool writeWhole(const std::filesystem::path& target, const std::string& text) {
 
 std::optional<std::filesystem::path> AutostartEntry::path() {
     const char* configHome = std::getenv("XDG_CONFIG_HOME");
-    // The specification ignores a relative XDG_CONFIG_HOME.
+    // The XDG base directories ignore a relative XDG_CONFIG_HOME.
     if (configHome != nullptr && configHome[0] == '/') {
         return std::filesystem::path(configHome) / "autostart" / kFileName;
     }

@@ -10,7 +10,7 @@ namespace quorvane {
 
 // The entry is $XDG_CONFIG_HOME/autostart/app.quorvane.Quorvane.desktop (or
 // ~/.config/autostart/...), which every desktop that follows the XDG
-// autostart specification starts at login. It lives on the command line
+// autostart rules starts at login. It lives on the command line
 // because the desktop app's menu is the Mac's, item for item.
 class AutostartEntry {
 public:

@@ -143,7 +143,7 @@ std::string autostartPage() {
     return "Usage: quorvane autostart on|off|status\n\n"
            "on      starts the desktop app whenever you log in, through an entry in\n"
            "        $XDG_CONFIG_HOME/autostart/ (~/.config/autostart/), which every\n"
-           "        desktop that follows the XDG autostart specification reads\n"
+           "        desktop that follows the XDG autostart standard reads\n"
            "off     removes that entry\n"
            "status  says whether the entry is there\n\n"
            "The desktop app's menu has no such item: launching at login is set here.\n";

@@ -66,9 +66,9 @@ def wait_for(what, probe, timeout=15.0):
 def balance_endpoint():
     """The project's local balance endpoint (scripts/balance-server.py), in a thread."""
     path = os.path.join(os.path.dirname(__file__), "..", "..", "..", "scripts", "balance-server.py")
-    spec = importlib.util.spec_from_file_location("balance_server", path)
-    module = importlib.util.module_from_spec(spec)
-    spec.loader.exec_module(module)
+    found = importlib.util.spec_from_file_location("balance_server", path)
+    module = importlib.util.module_from_spec(found)
+    found.loader.exec_module(module)
     return module.BalanceEndpoint(KEY).start()
 
 
