@@ -83,11 +83,15 @@ QList<MenuPanelRow*> MenuPanel::rows() const {
     return m_contents->findChildren<MenuPanelRow*>(Qt::FindDirectChildrenOnly);
 }
 
-void MenuPanel::clearContents() {
+void MenuPanel::closeSubmenu() {
     if (m_submenu) {
         m_submenu->close();
         m_submenu->deleteLater();
     }
+}
+
+void MenuPanel::clearContents() {
+    closeSubmenu();
     // Commands leave the rows queued, so no row is on the call stack here.
     const QList<QWidget*> children = m_contents->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
     qDeleteAll(children);
@@ -128,17 +132,13 @@ void MenuPanel::addRow(const MenuItem& item) {
         auto* shortcut = new QAction(m_contents);
         shortcut->setShortcut(MenuRenderer::shortcut(item.keyEquivalent));
         shortcut->setShortcutContext(Qt::WindowShortcut);
-        connect(shortcut, &QAction::triggered, this,
-                [this, command = item.command, tag = item.tag] { choose(command, tag); });
+        connect(shortcut, &QAction::triggered, row, &MenuPanelRow::triggered);
         m_contents->addAction(shortcut);
     }
 }
 
 void MenuPanel::openSubmenuOf(MenuPanelRow& row) {
-    if (m_submenu) {
-        m_submenu->close();
-        m_submenu->deleteLater();
-    }
+    closeSubmenu();
     m_submenu = new QMenu(this);
     m_submenuRenderer.render(row.item().submenu, *m_submenu);
     m_submenu->popup(row.mapToGlobal(QPoint(row.width(), 0)));

@@ -71,6 +71,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void closeSubmenu();
     void clearContents();
     void addRow(const MenuItem& item);
     void openSubmenuOf(MenuPanelRow& row);

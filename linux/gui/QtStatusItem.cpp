@@ -97,9 +97,7 @@ void QtStatusItem::setTitle(const std::string& title) {
     if (!refreshing || m_labelGuide.size() < label.size()) {
         m_labelGuide = label;
     }
-    const SniIconPixmapList icon =
-        titleMark == m_trayItem.mark() ? m_trayItem.iconPixmap() : trayIcon(titleMark);
-    m_trayItem.setTitle(titleMark, label, m_labelGuide, icon);
+    m_trayItem.setTitle(titleMark, label, m_labelGuide, trayIcon);
 }
 
 void QtStatusItem::setToolTip(const std::string& toolTip) {
@@ -154,10 +152,8 @@ void QtStatusItem::present() {
     } else if (m_window) {
         m_window->hide();
     }
-    if (m_presentation != Presentation::TrayItem) {
-        if (m_popover) {
-            m_popover->hide();
-        }
+    if (m_presentation != Presentation::TrayItem && m_popover) {
+        m_popover->hide();
     }
 }
 

@@ -8,7 +8,7 @@ StatusNotifierItem::StatusNotifierItem(QObject* parent)
     : QObject(parent) {}
 
 void StatusNotifierItem::setTitle(const QString& mark, const QString& label, const QString& labelGuide,
-                                  const SniIconPixmapList& icon) {
+                                  const IconDrawer& drawIcon) {
     const bool markChanged = mark != m_mark;
     const bool labelChanged = label != m_label || labelGuide != m_labelGuide;
     if (!markChanged && !labelChanged) {
@@ -18,7 +18,7 @@ void StatusNotifierItem::setTitle(const QString& mark, const QString& label, con
     m_label = label;
     m_labelGuide = labelGuide;
     if (markChanged) {
-        m_icon = icon;
+        m_icon = drawIcon(mark);
         emit NewIcon();
     }
     if (labelChanged) {

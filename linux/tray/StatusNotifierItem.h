@@ -8,6 +8,7 @@
 #include <QPoint>
 #include <QString>
 
+#include <functional>
 #include <utility>
 
 namespace quorvane {
@@ -45,10 +46,13 @@ public:
 
     explicit StatusNotifierItem(QObject* parent = nullptr);
 
-    // The title in its two parts, the mark drawn as `icon` and the rest as the
-    // label, with the text whose width the panel keeps for the label.
+    using IconDrawer = std::function<SniIconPixmapList(const QString& mark)>;
+
+    // The title in its two parts, the mark as the icon (drawn by `drawIcon`
+    // only when the mark changes) and the rest as the label, with the text
+    // whose width the panel keeps for the label.
     void setTitle(const QString& mark, const QString& label, const QString& labelGuide,
-                  const SniIconPixmapList& icon);
+                  const IconDrawer& drawIcon);
     void setToolTipTitle(const QString& title);
 
     // An activation token handed over by the host before Activate, for a
