@@ -45,19 +45,6 @@ void hide(std::string& text, const std::string& secret) {
     }
 }
 
-// A body cut at the client's limit may end inside a character.
-std::string_view withoutCutCharacter(std::string_view body) {
-    for (std::size_t back = 1; back <= 3 && back <= body.size(); ++back) {
-        const auto byte = static_cast<unsigned char>(body[body.size() - back]);
-        if ((byte & 0xC0) == 0x80) {
-            continue;
-        }
-        const std::size_t length = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : byte >= 0xC0 ? 2 : 1;
-        return length > back ? body.substr(0, body.size() - back) : body;
-    }
-    return body;
-}
-
 } // namespace
 
 std::string BalanceRequest::hideKey(std::string text, const std::string& key) {
@@ -77,7 +64,7 @@ RefreshOutcome BalanceRequest::interpret(const HttpResult& result, const std::st
     }
     if (answer.status < 200 || answer.status > 299) {
         const std::string_view body =
-            answer.truncated ? withoutCutCharacter(answer.body) : std::string_view(answer.body);
+            answer.truncated ? withoutTruncatedTail(answer.body) : std::string_view(answer.body);
         std::string excerpt;
         if (isValidUtf8(body)) {
             excerpt = std::string(body.substr(0, segmenter.prefixLength(body, kErrorExcerptLength)));
