@@ -28,7 +28,7 @@ BenchmarkDelegate::BenchmarkDelegate()
 
 void BenchmarkDelegate::startRefresh() {
     m_fake.clock.advance(kRefreshPeriodSeconds);
-    m_delegate.refreshBalance();
+    m_delegate.refreshClicked();
 }
 
 void BenchmarkDelegate::deliverAnswer() {

@@ -15,9 +15,11 @@ namespace {
 void recordHistory(benchmark::State& state) {
     BenchmarkDelegate rig;
     const BalanceResponse response = rig.response();
+    Defaults defaults(rig.fake().settings);
+    BalanceHistory history(defaults, rig.fake().clock);
     for (auto _ : state) {
         rig.fake().clock.advance(BenchmarkDelegate::kRefreshPeriodSeconds);
-        rig.delegate().recordHistory(response);
+        history.recordHistory(response);
     }
     if (rig.delegate().allHistory().size() != BalanceHistory::kMaxSamples) {
         state.SkipWithError("the history left its bound");

@@ -129,12 +129,16 @@ void AppDelegate::configureAutoRefresh() {
 
 // ---- Spend and history ----
 
-std::string AppDelegate::currentDayKey() const {
-    return m_baselines.currentDayKey();
-}
-
 void AppDelegate::updateBaselinesIfNeeded(const BalanceResponse& response) {
     m_baselines.updateBaselinesIfNeeded(response);
+}
+
+void AppDelegate::resetBaselines() {
+    m_baselines.resetBaselines();
+}
+
+std::string AppDelegate::currentDayKey() const {
+    return m_baselines.currentDayKey();
 }
 
 Decimal AppDelegate::spentToday(const Decimal& current, const std::string& currency) const {
@@ -145,8 +149,8 @@ Decimal AppDelegate::spentSinceBaseline(const Decimal& current, const std::strin
     return m_baselines.spentSinceBaseline(current, currency);
 }
 
-void AppDelegate::resetBaselines() {
-    m_baselines.resetBaselines();
+std::vector<BalancePoint> AppDelegate::history(const std::string& currency) const {
+    return m_history.history(currency);
 }
 
 std::vector<BalancePoint> AppDelegate::allHistory() const {
@@ -157,10 +161,6 @@ void AppDelegate::recordHistory(const BalanceResponse& response) {
     m_history.recordHistory(response);
 }
 
-std::vector<BalancePoint> AppDelegate::history(const std::string& currency) const {
-    return m_history.history(currency);
-}
-
 // ---- Menu, cards and summary ----
 
 void AppDelegate::rebuildMenu() {
@@ -168,6 +168,13 @@ void AppDelegate::rebuildMenu() {
                     m_lastUpdatedAt};
     m_menu = m_menuBuilder.build(state);
     m_statusItem.menuDidChange(m_menu);
+    if (m_stateListener) {
+        m_stateListener();
+    }
+}
+
+void AppDelegate::setStateListener(std::function<void()> listener) {
+    m_stateListener = std::move(listener);
 }
 
 MenuItem AppDelegate::dashboardItem(const BalanceResponse& response) const {
@@ -211,10 +218,13 @@ void AppDelegate::setAPIKeyClicked() {
     const AlertResponse answer =
         m_platform.alert.runModal(KeyDialog::request(m_keychain.read().value_or("")));
     const std::optional<std::string> key = KeyDialog::acceptedKey(answer);
-    if (!key) {
-        return;
+    if (key) {
+        saveAPIKey(*key);
     }
-    m_keychain.save(*key);
+}
+
+void AppDelegate::saveAPIKey(const std::string& key) {
+    m_keychain.save(key);
     resetBaselines();
     refreshBalance();
 }

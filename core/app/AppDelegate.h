@@ -12,6 +12,7 @@
 #include "tracking/BalanceHistory.h"
 #include "tracking/SpendBaselines.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -35,36 +36,6 @@ public:
 
     void applicationDidFinishLaunching();
 
-    // Balance.
-    void refreshBalance();
-    void updateStatusTitle(const BalanceResponse& response);
-    std::optional<BalanceInfo> preferredBalance(const BalanceResponse& response) const;
-    std::string format(const Decimal& amount, const std::string& currency) const;
-
-    // Auto-refresh.
-    bool autoRefreshEnabled() const;
-    double currentRefreshInterval() const;
-    std::string refreshIntervalLabel() const;
-    void configureAutoRefresh();
-
-    // Spend and history.
-    std::string currentDayKey() const;
-    void updateBaselinesIfNeeded(const BalanceResponse& response);
-    Decimal spentToday(const Decimal& current, const std::string& currency) const;
-    Decimal spentSinceBaseline(const Decimal& current, const std::string& currency) const;
-    void resetBaselines();
-    std::vector<BalancePoint> allHistory() const;
-    void recordHistory(const BalanceResponse& response);
-    std::vector<BalancePoint> history(const std::string& currency) const;
-
-    // Menu, cards and summary.
-    void rebuildMenu();
-    MenuItem dashboardItem(const BalanceResponse& response) const;
-    MenuItem statusCard(const std::string& title, const std::string& subtitle,
-                        const std::string& detail) const;
-    std::string lastUpdatedText() const;
-    std::string balanceSummary() const;
-
     // Menu commands.
     void refreshClicked();
     void toggleAutoRefreshClicked();
@@ -79,6 +50,14 @@ public:
     // For shells that route every item through one entry point; `tag` is the
     // chosen item's tag and matters only for the interval choice.
     void perform(MenuCommand command, std::int64_t tag = 0);
+    // What the key dialog's Save does, for a key the user gave elsewhere (the
+    // command line reads it before the program starts); `key` is already judged
+    // by KeyDialog::acceptedText.
+    void saveAPIKey(const std::string& key);
+
+    // Called after every change of the state below, once the menu is rebuilt:
+    // the one moment a watcher (the command line waiting for a refresh) needs.
+    void setStateListener(std::function<void()> listener);
 
     // Read-only views of the state, for shells, the command line and tests.
     const std::string& appMark() const { return m_appMark; }
@@ -88,11 +67,34 @@ public:
     const std::optional<Timestamp>& lastUpdatedAt() const { return m_lastUpdatedAt; }
     bool isRefreshing() const { return m_isRefreshing; }
     bool hasRefreshTimer() const { return m_refreshTimer != nullptr; }
-    const KeychainStore& keychain() const { return m_keychain; }
+    bool autoRefreshEnabled() const;
+    std::string refreshIntervalLabel() const;
+    std::string balanceSummary() const;
+    // The program's named queries: pure, or reading the stores without changing them.
+    std::optional<BalanceInfo> preferredBalance(const BalanceResponse& response) const;
+    std::string format(const Decimal& amount, const std::string& currency) const;
+    std::string currentDayKey() const;
+    Decimal spentToday(const Decimal& current, const std::string& currency) const;
+    Decimal spentSinceBaseline(const Decimal& current, const std::string& currency) const;
+    std::vector<BalancePoint> allHistory() const;
+    std::vector<BalancePoint> history(const std::string& currency) const;
+    MenuItem dashboardItem(const BalanceResponse& response) const;
+    MenuItem statusCard(const std::string& title, const std::string& subtitle,
+                        const std::string& detail) const;
+    std::string lastUpdatedText() const;
 
 private:
-    void setTitle(const std::string& title);
+    // The program's named operations; the commands above are made of them.
+    void refreshBalance();
     void finishRefresh(RefreshOutcome outcome);
+    void setTitle(const std::string& title);
+    void updateStatusTitle(const BalanceResponse& response);
+    double currentRefreshInterval() const;
+    void configureAutoRefresh();
+    void updateBaselinesIfNeeded(const BalanceResponse& response);
+    void resetBaselines();
+    void recordHistory(const BalanceResponse& response);
+    void rebuildMenu();
 
     // Fields, in the order the program declares them.
     const std::string m_appMark;
@@ -117,6 +119,7 @@ private:
     // Callbacks that outlive the delegate (a reply or a timer fire arriving
     // late) hold this weakly and do nothing once it is gone.
     std::shared_ptr<AppDelegate*> m_self;
+    std::function<void()> m_stateListener;
 };
 
 } // namespace quorvane

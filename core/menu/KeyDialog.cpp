@@ -65,7 +65,11 @@ std::optional<std::string> KeyDialog::acceptedKey(const AlertResponse& response)
     if (response.button != kAlertFirstButtonReturn) {
         return std::nullopt;
     }
-    std::string key = trimmed(response.fieldText);
+    return acceptedText(response.fieldText);
+}
+
+std::optional<std::string> KeyDialog::acceptedText(std::string_view text) {
+    std::string key = trimmed(text);
     if (key.empty()) {
         return std::nullopt;
     }

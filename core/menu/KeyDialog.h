@@ -24,6 +24,8 @@ public:
     // line breaks at both ends. Cancel, any other way out, and a blank field
     // change nothing.
     static std::optional<std::string> acceptedKey(const AlertResponse& response);
+    // The same rule for text typed anywhere else (the command line's prompt).
+    static std::optional<std::string> acceptedText(std::string_view text);
 
     // White space and line breaks (Unicode's, not only ASCII) removed at both
     // ends; characters inside stay.

@@ -36,7 +36,11 @@ int CommandRunner::run(const Invocation& invocation, const SessionStores& stores
             return kNotDone;
         }
     }
-    CommandSession session(stores, clock, formatter, m_out, std::move(key));
+    CommandSession session(stores, clock, formatter, m_out);
+    if (key) {
+        session.delegate().saveAPIKey(*key);
+        return finish(session, "key set");
+    }
     switch (invocation.command) {
     case CommandName::Status:
         return status(session, invocation.json);
@@ -136,29 +140,23 @@ std::optional<std::string> CommandRunner::readKey() {
         m_err << "quorvane key set: " << reading.error << '\n';
         return std::nullopt;
     }
-    AlertResponse answer;
-    answer.button = kAlertFirstButtonReturn;
-    answer.fieldText = *reading.text;
-    if (!KeyDialog::acceptedKey(answer)) {
+    std::optional<std::string> key = KeyDialog::acceptedText(*reading.text);
+    if (!key) {
         m_err << "quorvane key set: no key given; nothing changed\n";
-        return std::nullopt;
     }
-    return reading.text;
+    return key;
 }
 
 int CommandRunner::perform(CommandSession& session, const Invocation& invocation) {
     AppDelegate& delegate = session.delegate();
     switch (invocation.command) {
-    case CommandName::KeySet:
-        delegate.setAPIKeyClicked();
-        break;
     case CommandName::KeyRemove:
         delegate.removeAPIKeyClicked();
         m_out << "API key removed.\n";
         return kDone;
     case CommandName::BaselineReset:
         delegate.resetBaselineClicked();
-        break;
+        return finish(session, "baseline reset");
     case CommandName::HistoryClear:
         delegate.clearHistoryClicked();
         m_out << "Usage history cleared.\n";
@@ -179,8 +177,10 @@ int CommandRunner::perform(CommandSession& session, const Invocation& invocation
     default:
         return kUsage;
     }
-    const bool ended =
-        wait(session, invocation.command == CommandName::KeySet ? "key set" : "baseline reset");
+}
+
+int CommandRunner::finish(CommandSession& session, const char* command) {
+    const bool ended = wait(session, command);
     m_out << session.statusItem().title() << '\n';
     return ended ? kDone : kNotDone;
 }

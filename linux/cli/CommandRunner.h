@@ -39,6 +39,8 @@ private:
     // Launches and waits for the first refresh; false (after saying so) when it did not end.
     bool launchAndWait(CommandSession& session, const char* command);
     bool wait(CommandSession& session, const char* command);
+    // Waits for the refresh a change started and prints the title it left.
+    int finish(CommandSession& session, const char* command);
 
     std::ostream& m_out;
     std::ostream& m_err;

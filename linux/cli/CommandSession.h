@@ -21,7 +21,7 @@ namespace quorvane {
 
 // The same delegate, stores, HTTP client and timers as the desktop app; only
 // the parts a person sees are replaced: the status item keeps what it is
-// given, the key dialog answers with a key the user gave in advance, the
+// given, no dialog is ever shown (a key comes from the prompt), the
 // clipboard is handed over on request, and a web page's address is printed.
 // Needs a QCoreApplication (or more) for the network and the timer.
 class CommandSession {
@@ -31,14 +31,14 @@ public:
 
     // The stores, clock and formatter outlive the session.
     CommandSession(const SessionStores& stores, const Clock& clock, const Formatter& formatter,
-                   std::ostream& out, std::optional<std::string> keyAnswer = std::nullopt);
+                   std::ostream& out);
     CommandSession(const CommandSession&) = delete;
     CommandSession& operator=(const CommandSession&) = delete;
 
     // The launch sequence: title, menu, one refresh, the auto-refresh timer.
     void launch();
-    // Runs the event loop until no refresh is in flight; false when the wait
-    // ended first.
+    // Runs the event loop until the delegate says no refresh is in flight;
+    // false when the wait ended first.
     bool waitForRefresh(std::chrono::milliseconds limit = kRefreshWait);
 
     AppDelegate& delegate() { return *m_delegate; }

@@ -9,15 +9,13 @@
 
 namespace quorvane {
 
-class AppDelegate;
-
 struct SessionStores {
     SettingsStore& settings;
     SecretStore& secrets;
     // Never shown: it may be a private test server's.
     std::string apiBaseUrl;
     // Runs once the delegate exists, before it launches or performs anything.
-    std::function<void(const AppDelegate&)> prepare;
+    std::function<void()> prepare;
 };
 
 } // namespace quorvane

@@ -39,7 +39,7 @@ void DemoEnvironment::seedHistory() {
     Defaults(m_settings).setData(std::string(BalanceHistory::kHistoryKey), HistoryCodec::encode(points));
 }
 
-void DemoEnvironment::seedBaselines(const AppDelegate& delegate) {
+void DemoEnvironment::seedBaselines() {
     if (m_seeded.empty()) {
         return;
     }
@@ -48,7 +48,7 @@ void DemoEnvironment::seedBaselines(const AppDelegate& delegate) {
         defaults.setString(std::string(SpendBaselines::kFirstStartPrefix) + balance.currency,
                            DemoAccount::amountText(balance.totalCents()));
     }
-    const std::string today = delegate.currentDayKey();
+    const std::string today = m_formatter.dayKey(m_clock.now(), m_clock.timeZoneId());
     for (const Reading& reading : m_seeded) {
         if (m_formatter.dayKey(reading.time, m_clock.timeZoneId()) != today) {
             continue;

@@ -16,8 +16,6 @@
 
 namespace quorvane {
 
-class AppDelegate;
-
 // The stores start as a user's would after a day of use: the key saved and a
 // day of readings in the history, so the chart has a line at once. The
 // server continues the same account, so the first live reading follows on
@@ -43,8 +41,8 @@ public:
 
     // Baselines as a day of use would have left them: since the first stored
     // reading, and today since the first stored reading of today (none when
-    // no stored reading falls on today). Needs the delegate for today's key.
-    void seedBaselines(const AppDelegate& delegate);
+    // no stored reading falls on today), by the day key the program uses.
+    void seedBaselines();
 
 private:
     struct Reading {

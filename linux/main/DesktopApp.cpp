@@ -14,7 +14,7 @@ DesktopApp::DesktopApp(const SessionStores& stores, const Clock& clock, const Fo
                             m_alert,      m_pasteboard,    m_workspace,    m_application};
     m_delegate = std::make_unique<AppDelegate>(platform, stores.apiBaseUrl);
     if (stores.prepare) {
-        stores.prepare(*m_delegate);
+        stores.prepare();
     }
     m_statusItem.setCommandHandler(
         [this](MenuCommand command, std::int64_t tag) { m_delegate->perform(command, tag); });

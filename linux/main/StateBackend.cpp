@@ -1,6 +1,6 @@
 #include "main/StateBackend.h"
 
-#include "app/AppDelegate.h"
+#include "balance/BalanceRequest.h"
 #include "services/QtSettingsStore.h"
 #include "services/SecretStoreSelector.h"
 
@@ -55,9 +55,8 @@ std::unique_ptr<StateBackend> StateBackend::forDemo(const Clock& clock, const Fo
 SessionStores StateBackend::stores() {
     if (m_demo) {
         DemoEnvironment* demo = m_demo.get();
-        return SessionStores{demo->settings(), demo->secrets(), m_apiBaseUrl,
-                             [demo](const AppDelegate& delegate) {
-                                 demo->seedBaselines(delegate);
+        return SessionStores{demo->settings(), demo->secrets(), m_apiBaseUrl, [demo] {
+                                 demo->seedBaselines();
                              }};
     }
     return SessionStores{*m_userSettings, *m_userSecrets, m_apiBaseUrl, {}};

@@ -81,7 +81,7 @@ TEST_F(AppDelegateRefreshTest, ARefreshInFlightDropsFurtherCallsAndTimerFires) {
     const auto titleCount = titles().size();
     const int menuChanges = fake.statusItem.menuChanges();
 
-    delegate->refreshBalance();
+    delegate->refreshClicked();
     delegate->refreshClicked();
     fake.timers.fireActive();
 
@@ -96,13 +96,13 @@ TEST_F(AppDelegateRefreshTest, ARefreshInFlightDropsFurtherCallsAndTimerFires) {
 
 TEST_F(AppDelegateRefreshTest, AKeyChangedDuringARequestDoesNotAffectIt) {
     fake.storeKey("sk-old");
-    delegate->refreshBalance();
+    delegate->refreshClicked();
     fake.desktop.answerAlert(kAlertFirstButtonReturn, "sk-new");
     delegate->setAPIKeyClicked();
     EXPECT_EQ(fake.http.requests().size(), 1u) << "the save's refresh is dropped";
 
     fake.http.respond(200, balanceBody({{"USD", "5"}}));
-    delegate->refreshBalance();
+    delegate->refreshClicked();
     ASSERT_EQ(fake.http.requests().size(), 2u);
     EXPECT_EQ(fake.http.requests()[0].headers[1].second, "Bearer sk-old");
     EXPECT_EQ(fake.http.requests()[1].headers[1].second, "Bearer sk-new");
@@ -110,7 +110,7 @@ TEST_F(AppDelegateRefreshTest, AKeyChangedDuringARequestDoesNotAffectIt) {
 
 TEST_F(AppDelegateRefreshTest, RemovingTheKeyDuringARequestStillRecordsItsOutcome) {
     fake.storeKey("sk-test");
-    delegate->refreshBalance();
+    delegate->refreshClicked();
     delegate->removeAPIKeyClicked();
     EXPECT_EQ(fake.statusItem.title(), kWhale + " DS");
 
@@ -118,7 +118,7 @@ TEST_F(AppDelegateRefreshTest, RemovingTheKeyDuringARequestStillRecordsItsOutcom
     EXPECT_EQ(delegate->lastError(), "HTTP 500 down");
     EXPECT_EQ(fake.statusItem.title(), kWhale + " !");
 
-    delegate->refreshBalance();
+    delegate->refreshClicked();
     EXPECT_EQ(fake.statusItem.title(), kWhale + " Key?");
     EXPECT_EQ(delegate->lastError(), std::nullopt);
     EXPECT_EQ(fake.http.requests().size(), 1u);
@@ -126,12 +126,12 @@ TEST_F(AppDelegateRefreshTest, RemovingTheKeyDuringARequestStillRecordsItsOutcom
 
 TEST_F(AppDelegateRefreshTest, AnEmptyKeyIsNoKeyButABlankKeyIsSent) {
     fake.storeKey("");
-    delegate->refreshBalance();
+    delegate->refreshClicked();
     EXPECT_TRUE(fake.http.requests().empty());
     EXPECT_EQ(fake.statusItem.title(), kWhale + " Key?");
 
     fake.storeKey("   ");
-    delegate->refreshBalance();
+    delegate->refreshClicked();
     ASSERT_EQ(fake.http.requests().size(), 1u);
     EXPECT_EQ(fake.http.requests()[0].headers[1].second, "Bearer    ");
 }
@@ -167,13 +167,13 @@ TEST_F(AppDelegateRefreshTest, FailuresGiveOneLineErrorsAndKeepTheLastSuccessTim
         {"transport", HttpTransportError{"The request timed out."}, "The request timed out."},
     };
     fake.storeKey("sk-test");
-    delegate->refreshBalance();
+    delegate->refreshClicked();
     fake.http.respond(200, balanceBody({{"USD", "5"}}));
     const Timestamp success = fake.clock.now();
 
     for (const Case& c : cases) {
         fake.clock.advance(60);
-        delegate->refreshBalance();
+        delegate->refreshClicked();
         fake.http.respond(c.answer);
         EXPECT_EQ(delegate->lastError(), c.error) << c.name;
         EXPECT_EQ(delegate->lastResponse(), std::nullopt) << c.name;
@@ -186,11 +186,11 @@ TEST_F(AppDelegateRefreshTest, FailuresGiveOneLineErrorsAndKeepTheLastSuccessTim
 
 TEST_F(AppDelegateRefreshTest, TwoHundredsAreDecodedAndAnEmptyBodyFailsAsJson) {
     fake.storeKey("sk-test");
-    delegate->refreshBalance();
+    delegate->refreshClicked();
     fake.http.respond(299, balanceBody({{"USD", "3"}}));
     EXPECT_EQ(fake.statusItem.title(), kWhale + " $3.00");
 
-    delegate->refreshBalance();
+    delegate->refreshClicked();
     fake.http.respond(204, "");
     ASSERT_TRUE(delegate->lastError());
     EXPECT_FALSE(delegate->lastError()->empty());
@@ -220,7 +220,7 @@ TEST_F(AppDelegateRefreshTest, TheTitleMarksLowBalancesAndShowsTwoFractionDigits
     };
     fake.storeKey("sk-test");
     for (const Case& c : cases) {
-        delegate->refreshBalance();
+        delegate->refreshClicked();
         fake.http.respond(200, c.body);
         EXPECT_EQ(fake.statusItem.title(), c.title) << c.body;
     }

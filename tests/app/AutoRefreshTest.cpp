@@ -57,9 +57,10 @@ TEST_F(AutoRefreshTest, StoredIntervalsGiveTheirLabelTimerPeriodAndCheckMark) {
         } else {
             fake.settings.remove("refreshInterval");
         }
-        delegate.configureAutoRefresh();
-        delegate.rebuildMenu();
-        EXPECT_EQ(delegate.refreshIntervalLabel(), c.label) << c.label;
+        // The setting is read where the program reads it: at the launch.
+        AppDelegate launched{fake.platform()};
+        launched.applicationDidFinishLaunching();
+        EXPECT_EQ(launched.refreshIntervalLabel(), c.label) << c.label;
         EXPECT_EQ(fake.timers.activePeriod(), c.period) << c.label;
         std::vector<std::string> expected;
         for (const auto& [label, seconds] : AutoRefreshSettings::kChoices) {

@@ -18,7 +18,7 @@ protected:
 
     Card dashboardFor(const std::string& body) {
         fake.storeKey("sk-test");
-        delegate.refreshBalance();
+        delegate.refreshClicked();
         fake.http.respond(200, body);
         return *delegate.dashboardItem(*delegate.lastResponse()).card;
     }
@@ -118,7 +118,7 @@ TEST_F(CardTest, StatusCardCarriesItsThreeTexts) {
 TEST_F(CardTest, LastUpdatedTextIsNeverOnlyWithoutATime) {
     EXPECT_EQ(delegate.lastUpdatedText(), "never");
     fake.storeKey("sk-test");
-    delegate.refreshBalance();
+    delegate.refreshClicked();
     fake.http.respond(200, balanceBody({{"USD", "5"}}));
     fake.clock.advance(3 * 3600 + 5);
     EXPECT_EQ(delegate.lastUpdatedText(), "3 hr. ago");

@@ -83,7 +83,7 @@ TEST_F(KeyCommandsTest, CancelAndBlankInputChangeNothing) {
 
 TEST_F(KeyCommandsTest, RemovalClearsTheResultTwiceInARow) {
     fake.storeKey("sk-test");
-    delegate.refreshBalance();
+    delegate.refreshClicked();
     fake.http.respond(200, balanceBody({{"USD", "5"}}));
     const auto historyBefore = delegate.allHistory();
 

@@ -34,7 +34,7 @@ protected:
     AppDelegate delegate{fake.platform()};
 
     void refreshWith(int status, const std::string& body) {
-        delegate.refreshBalance();
+        delegate.refreshClicked();
         fake.http.respond(status, body);
     }
 };
@@ -45,7 +45,7 @@ TEST_F(MenuTest, TwoCurrenciesGiveTheWholeMenu) {
     fake.clock.advance(60);
     refreshWith(200, balanceBody({{"CNY", "69.5"}, {"USD", "0.75"}}));
     fake.clock.advance(120);
-    delegate.rebuildMenu();
+    delegate.refreshIntervalClicked(60); // a rebuild that changes nothing else
 
     const std::string expected = "[card dashboard]\n"
                                  "  \xF0\x9F\x90\x8B Quorvane\n"
@@ -87,7 +87,7 @@ TEST_F(MenuTest, TwoCurrenciesGiveTheWholeMenu) {
 TEST_F(MenuTest, TheTopSectionFollowsTheFourCases) {
     const std::string whale = "\xF0\x9F\x90\x8B";
     // C: no key at all.
-    delegate.rebuildMenu();
+    delegate.refreshClicked();
     EXPECT_EQ(fake.statusItem.menuText(), "[card status]\n  " + whale +
                                               " Quorvane\n  No API key yet\n"
                                               "  \xF0\x9F\x94\x90 Add your key to start tracking\n" +
@@ -95,13 +95,13 @@ TEST_F(MenuTest, TheTopSectionFollowsTheFourCases) {
 
     // D: an empty stored key counts as present.
     fake.storeKey("");
-    delegate.rebuildMenu();
+    delegate.refreshClicked();
     EXPECT_EQ(fake.statusItem.menuText(), "[card status]\n  " + whale + " Quorvane\n  No data yet\n  " +
                                               whale + " Waiting for DeepSeek balance\n" + kCommands);
 
     // D while a request is in flight.
     fake.storeKey("sk-test");
-    delegate.refreshBalance();
+    delegate.refreshClicked();
     EXPECT_EQ(fake.statusItem.menuText(), "[card status]\n  " + whale + " Quorvane\n  Refreshing...\n  " +
                                               whale + " Waiting for DeepSeek balance\n" + kCommands);
 
@@ -112,7 +112,7 @@ TEST_F(MenuTest, TheTopSectionFollowsTheFourCases) {
                                 "  \xE2\x9A\xA0\xEF\xB8\x8F HTTP 401 Authentication Fails\n" +
                                 kCommands;
     EXPECT_EQ(fake.statusItem.menuText(), failure);
-    delegate.refreshBalance();
+    delegate.refreshClicked();
     EXPECT_EQ(fake.statusItem.menuText(), failure);
 
     // A with an empty entry list.
@@ -141,7 +141,7 @@ TEST_F(MenuTest, CommandsCarryTheirHandlersAndNothingAccumulatesOverRebuilds) {
     refreshWith(200, balanceBody({{"USD", "5"}}));
     const std::vector<MenuItem> first = fake.statusItem.menu();
     for (int i = 0; i < 20; ++i) {
-        delegate.rebuildMenu();
+        delegate.refreshIntervalClicked(60); // a rebuild that changes nothing else
     }
     const std::vector<MenuItem>& menu = fake.statusItem.menu();
     ASSERT_EQ(menu.size(), first.size());

@@ -15,7 +15,7 @@ protected:
 
     void refreshWith(int status, const std::string& body) {
         fake.storeKey("sk-test");
-        delegate.refreshBalance();
+        delegate.refreshClicked();
         fake.http.respond(status, body);
     }
 };

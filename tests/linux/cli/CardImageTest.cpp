@@ -20,7 +20,7 @@ protected:
     Card dashboard(const std::vector<std::string>& balances) {
         fake.storeKey("sk-test");
         for (const std::string& balance : balances) {
-            delegate.refreshBalance();
+            delegate.refreshClicked();
             fake.http.respond(200, balanceBody({{"USD", balance}}));
             fake.clock.advance(60.0);
         }

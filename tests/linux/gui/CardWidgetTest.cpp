@@ -24,7 +24,7 @@ protected:
     // The dashboard for a successful refresh with this body, as the menu would hold it.
     std::unique_ptr<CardWidget> dashboardFor(const std::string& body) {
         gui.fake.storeKey("sk-test");
-        delegate.refreshBalance();
+        delegate.refreshClicked();
         gui.fake.http.respond(200, body);
         const MenuItem item = delegate.dashboardItem(*delegate.lastResponse());
         return std::make_unique<CardWidget>(*item.card, gui.fake.formatter, gui.fake.clock);
@@ -135,7 +135,7 @@ TEST_F(CardWidgetTest, TheWidestRealisticTextsFitTheirFramesInTheCardsFont) {
     delegate.refreshIntervalClicked(900);
     for (const FitCase& fit : cases) {
         SCOPED_TRACE(fit.shown);
-        delegate.refreshBalance();
+        delegate.refreshClicked();
         gui.fake.http.respond(200, fit.body);
         gui.fake.clock.advance(59 * 60);
         const MenuItem item = delegate.dashboardItem(*delegate.lastResponse());

@@ -44,10 +44,10 @@ struct GuiFakePlatform {
         delegate.applicationDidFinishLaunching();
         fake.http.respond(200, balanceBody({{"CNY", "70.00"}, {"USD", "12.50"}}));
         fake.clock.advance(60);
-        delegate.refreshBalance();
+        delegate.refreshClicked();
         fake.http.respond(200, balanceBody({{"CNY", "69.5"}, {"USD", "0.75"}}));
         fake.clock.advance(120);
-        delegate.rebuildMenu();
+        delegate.refreshIntervalClicked(60); // a rebuild that changes nothing else
     }
 };
 

@@ -52,7 +52,7 @@ TEST_F(QtKeyDialogTest, ReturnSavesTheTypedKeyAndEscapeCancels) {
         QTest::keyClick(field, Qt::Key_Escape);
     });
     delegate.perform(MenuCommand::SetAPIKey);
-    EXPECT_EQ(delegate.keychain().read(), "sk-old");
+    EXPECT_EQ(KeychainStore(gui.fake.secrets).read(), "sk-old");
     EXPECT_TRUE(gui.fake.http.requests().empty());
 
     whenDialogOpens([](QtKeyDialog& dialog) {
@@ -60,7 +60,7 @@ TEST_F(QtKeyDialogTest, ReturnSavesTheTypedKeyAndEscapeCancels) {
         QTest::keyClick(dialog.findChild<QLineEdit*>(), Qt::Key_Return);
     });
     delegate.perform(MenuCommand::SetAPIKey);
-    EXPECT_EQ(delegate.keychain().read(), "sk-new");
+    EXPECT_EQ(KeychainStore(gui.fake.secrets).read(), "sk-new");
     EXPECT_EQ(gui.fake.http.requests().size(), 1u) << "saving starts a refresh";
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }

@@ -83,7 +83,7 @@ TEST_F(SessionBusStatusNotifierTest, WithAPanelTheItemCarriesTheTitleAndNoStripA
     // While a refresh runs the panel keeps the balance's room for the label.
     QSignalSpy newIcon(&tray, &StatusNotifierItem::NewIcon);
     QSignalSpy newLabel(&tray, &StatusNotifierItem::XAyatanaNewLabel);
-    delegate.refreshBalance();
+    delegate.refreshClicked();
     EXPECT_EQ(tray.label(), " ...");
     EXPECT_EQ(tray.labelGuide(), " $12.50");
     EXPECT_EQ(newIcon.size(), 0);

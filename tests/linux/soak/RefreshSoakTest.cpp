@@ -106,7 +106,7 @@ TEST(RefreshSoak, ThousandsOfRandomAnswersKeepTheStateConsistent) {
         } else if (i % 3 == 1) {
             delegate.perform(MenuCommand::Refresh);
         } else {
-            delegate.refreshBalance();
+            delegate.refreshClicked();
         }
         const std::string inFlight =
             StatusTitle::withSuffix(delegate.appMark(), StatusTitle::kRefreshingSuffix);
