@@ -10,15 +10,6 @@
 
 namespace quorvane {
 
-struct ParsedCommandLine {
-    enum class Outcome { Run, Help, UsageError };
-
-    Outcome outcome = Outcome::Run;
-    Invocation invocation;
-    // The help page for standard output, or the one-line error for standard error.
-    std::string text;
-};
-
 // Decided before anything else exists, so a command never starts a GUI and
 // a mistyped one never starts the app. An argument is never echoed whole:
 // messages quote at most a short, printable prefix of it, and nothing at all

@@ -5,24 +5,23 @@
 
 namespace quorvane {
 
-CommandSession::CommandSession(const SessionStores& stores, const Clock& clock, const Formatter& formatter,
-                               std::ostream& out)
-    : m_clock(clock)
-    , m_formatter(formatter)
+CommandSession::CommandSession(LinuxServices& services, const SessionStores& stores, std::ostream& out)
+    : m_services(services)
     , m_desktop(out) {
-    const Platform platform{m_statusItem, stores.settings, stores.secrets, m_http,      clock,     formatter,
-                            m_segmenter,  m_timers,        m_alert,        m_clipboard, m_desktop, m_desktop};
-    m_delegate = std::make_unique<AppDelegate>(platform, stores.apiBaseUrl);
+    m_delegate = std::make_unique<AppDelegate>(
+        services.platform(stores, {m_statusItem, m_alert, m_clipboard, m_desktop, m_desktop}),
+        stores.apiBaseUrl);
     if (stores.prepare) {
         stores.prepare();
     }
 }
 
-void CommandSession::launch() {
+bool CommandSession::launchAndWait(std::ostream& err, std::string_view command) {
     m_delegate->applicationDidFinishLaunching();
+    return waitFor(err, command);
 }
 
-bool CommandSession::waitForRefresh(std::chrono::milliseconds limit) {
+bool CommandSession::waitFor(std::ostream& err, std::string_view command, std::chrono::milliseconds limit) {
     if (!m_delegate->isRefreshing()) {
         return true;
     }
@@ -35,7 +34,12 @@ bool CommandSession::waitForRefresh(std::chrono::milliseconds limit) {
     });
     loop.exec();
     m_delegate->setStateListener({});
-    return !m_delegate->isRefreshing();
+    if (m_delegate->isRefreshing()) {
+        err << "quorvane " << command << ": the balance refresh did not end within " << kRefreshWait.count()
+            << " seconds\n";
+        return false;
+    }
+    return true;
 }
 
 } // namespace quorvane

@@ -5,17 +5,15 @@
 #include "cli/ClipboardHandoff.h"
 #include "cli/CommandLineAlert.h"
 #include "cli/HeadlessStatusItem.h"
-#include "cli/SessionStores.h"
 #include "cli/TerminalDesktop.h"
-#include "icu/IcuTextSegmenter.h"
-#include "services/QtHttpClient.h"
-#include "services/QtTimerScheduler.h"
+#include "services/LinuxServices.h"
 
 #include <chrono>
 #include <memory>
 #include <optional>
 #include <ostream>
 #include <string>
+#include <string_view>
 
 namespace quorvane {
 
@@ -29,31 +27,27 @@ public:
     // The longest refresh: its own time-out and a margin for the answer to arrive.
     static constexpr std::chrono::seconds kRefreshWait{BalanceRequest::kTimeoutSeconds + 10};
 
-    // The stores, clock and formatter outlive the session.
-    CommandSession(const SessionStores& stores, const Clock& clock, const Formatter& formatter,
-                   std::ostream& out);
+    // The services and stores outlive the session.
+    CommandSession(LinuxServices& services, const SessionStores& stores, std::ostream& out);
     CommandSession(const CommandSession&) = delete;
     CommandSession& operator=(const CommandSession&) = delete;
 
-    // The launch sequence: title, menu, one refresh, the auto-refresh timer.
-    void launch();
+    // The launch sequence (title, menu, one refresh, the auto-refresh timer),
+    // then the wait for that refresh.
+    bool launchAndWait(std::ostream& err, std::string_view command);
     // Runs the event loop until the delegate says no refresh is in flight;
-    // false when the wait ended first.
-    bool waitForRefresh(std::chrono::milliseconds limit = kRefreshWait);
+    // false, after saying so on `err` for `command`, when the wait ended first.
+    bool waitFor(std::ostream& err, std::string_view command, std::chrono::milliseconds limit = kRefreshWait);
 
     AppDelegate& delegate() { return *m_delegate; }
     const HeadlessStatusItem& statusItem() const { return m_statusItem; }
     const ClipboardHandoff& clipboard() const { return m_clipboard; }
-    const Clock& clock() const { return m_clock; }
-    const Formatter& formatter() const { return m_formatter; }
+    const Clock& clock() const { return m_services.clock(); }
+    const Formatter& formatter() const { return m_services.formatter(); }
 
 private:
-    const Clock& m_clock;
-    const Formatter& m_formatter;
+    LinuxServices& m_services;
     HeadlessStatusItem m_statusItem;
-    IcuTextSegmenter m_segmenter;
-    QtHttpClient m_http;
-    QtTimerScheduler m_timers;
     CommandLineAlert m_alert;
     ClipboardHandoff m_clipboard;
     TerminalDesktop m_desktop;

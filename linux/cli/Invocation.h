@@ -44,4 +44,14 @@ struct Invocation {
     std::string autostart;
 };
 
+// What reading the arguments came to: something to run, a help page, or a usage error.
+struct ParsedCommandLine {
+    enum class Outcome { Run, Help, UsageError };
+
+    Outcome outcome = Outcome::Run;
+    Invocation invocation;
+    // The help page for standard output, or the one-line error for standard error.
+    std::string text;
+};
+
 } // namespace quorvane

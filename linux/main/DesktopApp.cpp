@@ -6,13 +6,13 @@
 
 namespace quorvane {
 
-DesktopApp::DesktopApp(const SessionStores& stores, const Clock& clock, const Formatter& formatter)
-    : m_statusItem(formatter, clock, QDBusConnection::sessionBus(),
-                   QGuiApplication::platformName().startsWith(QLatin1String("wayland")), &m_timerHold) {
-    const Platform platform{m_statusItem, stores.settings, stores.secrets, m_http,
-                            clock,        formatter,       m_segmenter,    m_timers,
-                            m_alert,      m_pasteboard,    m_workspace,    m_application};
-    m_delegate = std::make_unique<AppDelegate>(platform, stores.apiBaseUrl);
+DesktopApp::DesktopApp(LinuxServices& services, const SessionStores& stores)
+    : m_statusItem(services.formatter(), services.clock(), QDBusConnection::sessionBus(),
+                   QGuiApplication::platformName().startsWith(QLatin1String("wayland")),
+                   &services.timerHold()) {
+    m_delegate = std::make_unique<AppDelegate>(
+        services.platform(stores, {m_statusItem, m_alert, m_pasteboard, m_workspace, m_application}),
+        stores.apiBaseUrl);
     if (stores.prepare) {
         stores.prepare();
     }

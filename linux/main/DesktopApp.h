@@ -2,15 +2,11 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "cli/SessionStores.h"
 #include "gui/QtAlert.h"
 #include "gui/QtStatusItem.h"
-#include "icu/IcuTextSegmenter.h"
+#include "services/LinuxServices.h"
 #include "services/QtApplication.h"
-#include "services/QtHttpClient.h"
 #include "services/QtPasteboard.h"
-#include "services/QtTimerHold.h"
-#include "services/QtTimerScheduler.h"
 #include "services/QtWorkspace.h"
 
 #include <memory>
@@ -22,8 +18,8 @@ namespace quorvane {
 // value is written the moment it changes.
 class DesktopApp {
 public:
-    // Needs a QApplication. The stores, clock and formatter outlive the app.
-    DesktopApp(const SessionStores& stores, const Clock& clock, const Formatter& formatter);
+    // Needs a QApplication. The services and stores outlive the app.
+    DesktopApp(LinuxServices& services, const SessionStores& stores);
     DesktopApp(const DesktopApp&) = delete;
     DesktopApp& operator=(const DesktopApp&) = delete;
 
@@ -31,10 +27,6 @@ public:
     int run();
 
 private:
-    IcuTextSegmenter m_segmenter;
-    QtHttpClient m_http;
-    QtTimerHold m_timerHold;
-    QtTimerScheduler m_timers{&m_timerHold};
     QtAlert m_alert;
     QtPasteboard m_pasteboard;
     QtWorkspace m_workspace;

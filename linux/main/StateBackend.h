@@ -1,8 +1,8 @@
 // Where this run keeps its settings and key and which server it asks: the user's own, or the demo's.
 #pragma once
 
-#include "cli/SessionStores.h"
 #include "demo/DemoEnvironment.h"
+#include "services/SessionStores.h"
 
 #include <memory>
 #include <optional>

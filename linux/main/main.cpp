@@ -1,12 +1,11 @@
 // quorvane: the desktop app without arguments, one command with them.
-#include "cli/AutostartEntry.h"
 #include "cli/ClipboardHolder.h"
 #include "cli/CommandLine.h"
-#include "cli/CommandRunner.h"
-#include "icu/IcuFormatter.h"
+#include "cli/CommandSession.h"
+#include "cli/CommandSet.h"
 #include "main/DesktopApp.h"
 #include "main/StateBackend.h"
-#include "services/SystemClock.h"
+#include "services/LinuxServices.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -31,7 +30,7 @@ using namespace quorvane;
     const QString firstLine = message.section(QLatin1Char('\n'), 0, 0);
     std::fprintf(stderr, "quorvane: %s\n", firstLine.toLocal8Bit().constData());
     std::fflush(stderr);
-    std::_Exit(CommandRunner::kNotDone);
+    std::_Exit(Command::kNotDone);
 }
 
 // The desktop app passes Qt's warnings on, as any desktop program does.
@@ -93,17 +92,17 @@ int main(int argc, char** argv) {
     const ParsedCommandLine parsed = CommandLine::parse(arguments);
     if (parsed.outcome == ParsedCommandLine::Outcome::Help) {
         std::cout << parsed.text;
-        return CommandRunner::kDone;
+        return Command::kDone;
     }
     if (parsed.outcome == ParsedCommandLine::Outcome::UsageError) {
         std::cerr << parsed.text << '\n';
-        return CommandRunner::kUsage;
+        return Command::kUsage;
     }
     const Invocation& invocation = parsed.invocation;
     if (invocation.command == CommandName::DesktopApp && !hasDisplay()) {
         std::cerr << "quorvane: no display (neither DISPLAY nor WAYLAND_DISPLAY is set) for the desktop app; "
                      "'quorvane status' and the other commands work without one\n";
-        return CommandRunner::kNotDone;
+        return Command::kNotDone;
     }
 
     qInstallMessageHandler(invocation.command == CommandName::DesktopApp ? reportAppMessage
@@ -116,31 +115,42 @@ int main(int argc, char** argv) {
     if (invocation.command == CommandName::HoldClipboard) {
         return ClipboardHolder::run(STDIN_FILENO, STDOUT_FILENO);
     }
-    // Touches neither the settings nor the key: no store is opened for it.
-    if (invocation.command == CommandName::Autostart) {
-        const auto action = invocation.autostart == "on"    ? AutostartEntry::Action::On
-                            : invocation.autostart == "off" ? AutostartEntry::Action::Off
-                                                            : AutostartEntry::Action::Status;
-        return AutostartEntry::run(action, QCoreApplication::applicationFilePath().toStdString(), std::cout,
-                                   std::cerr);
-    }
 
-    const SystemClock clock;
-    const IcuFormatter formatter(IcuFormatter::defaultLocaleId());
-    std::string error;
-    std::unique_ptr<StateBackend> backend = invocation.demo ? StateBackend::forDemo(clock, formatter, error)
-                                                            : StateBackend::forUser(std::cerr, error);
-    if (!backend) {
-        std::cerr << "quorvane: " << error << '\n';
-        return CommandRunner::kNotDone;
-    }
-    const SessionStores stores = backend->stores();
+    // The services and the state are made once, here, and only when the run
+    // needs them: "autostart" opens no store at all.
+    std::unique_ptr<LinuxServices> services;
+    std::unique_ptr<StateBackend> backend;
+    const auto openState = [&]() -> bool {
+        services = std::make_unique<LinuxServices>();
+        std::string error;
+        backend = invocation.demo ? StateBackend::forDemo(services->clock(), services->formatter(), error)
+                                  : StateBackend::forUser(std::cerr, error);
+        if (!backend) {
+            std::cerr << "quorvane: " << error << '\n';
+        }
+        return backend != nullptr;
+    };
     if (invocation.command == CommandName::DesktopApp) {
-        DesktopApp app(stores, clock, formatter);
+        if (!openState()) {
+            return Command::kNotDone;
+        }
+        DesktopApp app(*services, backend->stores());
         return app.run();
     }
-    CommandRunner runner(std::cout, std::cerr, QCoreApplication::applicationFilePath().toStdString());
-    const int status = runner.run(invocation, stores, clock, formatter);
+
+    const CommandSet commands;
+    const Command* command = commands.forName(invocation.command);
+    if (command == nullptr) {
+        return Command::kUsage;
+    }
+    CommandIo io{std::cout, std::cerr, QCoreApplication::applicationFilePath().toStdString(),
+                 [&]() -> std::unique_ptr<CommandSession> {
+                     if (!openState()) {
+                         return nullptr;
+                     }
+                     return std::make_unique<CommandSession>(*services, backend->stores(), std::cout);
+                 }};
+    const int status = command->execute(invocation, io);
     std::cout.flush();
     return status;
 }

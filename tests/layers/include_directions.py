@@ -29,7 +29,7 @@ ALLOWED = {
     "core/menu": {"chart", "keychain", "tracking", "balance", "json", "platform", "values"},
     "core/app": {"menu", "chart", "keychain", "tracking", "balance", "json", "platform", "values"},
     "icu": {"platform", "values"},
-    "linux/services": set(CORE),
+    "linux/services": set(CORE) | {"icu"},
     "linux/tray": set(CORE),
     "linux/gui": set(CORE) | {"tray", "services"},
     "linux/demo": set(CORE) | {"services"},

@@ -1,0 +1,17 @@
+// `quorvane auto-refresh on|off`: the menu's toggle, said as the state wanted.
+#pragma once
+
+#include "cli/SessionCommand.h"
+
+namespace quorvane {
+
+// Toggles only when the stored state differs, so "on" twice stays on.
+class AutoRefreshCommand : public SessionCommand {
+public:
+    std::string_view word() const override;
+    bool handles(CommandName name) const override;
+    ParsedCommandLine parse(CommandArguments::List arguments, Invocation invocation) const override;
+    int run(const Invocation& invocation, CommandSession& session, CommandIo& io) const override;
+};
+
+} // namespace quorvane

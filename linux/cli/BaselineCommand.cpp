@@ -1,0 +1,24 @@
+#include "cli/BaselineCommand.h"
+
+namespace quorvane {
+
+std::string_view BaselineCommand::word() const {
+    return "baseline";
+}
+
+bool BaselineCommand::handles(CommandName name) const {
+    return name == CommandName::BaselineReset;
+}
+
+ParsedCommandLine BaselineCommand::parse(CommandArguments::List arguments, Invocation invocation) const {
+    return CommandArguments::withWord(word(), arguments, "reset", CommandName::BaselineReset, invocation);
+}
+
+int BaselineCommand::run(const Invocation& /*invocation*/, CommandSession& session, CommandIo& io) const {
+    session.delegate().resetBaselineClicked();
+    const bool ended = session.waitFor(io.err, "baseline reset");
+    io.out << session.statusItem().title() << '\n';
+    return ended ? kDone : kNotDone;
+}
+
+} // namespace quorvane

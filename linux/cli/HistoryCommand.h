@@ -1,0 +1,17 @@
+// `quorvane history clear`: forgets the stored usage history, as the menu's command does.
+#pragma once
+
+#include "cli/SessionCommand.h"
+
+namespace quorvane {
+
+// No refresh: clearing asks nothing of the network.
+class HistoryCommand : public SessionCommand {
+public:
+    std::string_view word() const override;
+    bool handles(CommandName name) const override;
+    ParsedCommandLine parse(CommandArguments::List arguments, Invocation invocation) const override;
+    int run(const Invocation& invocation, CommandSession& session, CommandIo& io) const override;
+};
+
+} // namespace quorvane
