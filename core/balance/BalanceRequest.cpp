@@ -14,6 +14,7 @@ HttpRequest BalanceRequest::make(std::string_view apiBaseUrl, const std::string&
     request.url = std::string(base) + std::string(kPath);
     request.headers = {{"Accept", "application/json"}, {"Authorization", "Bearer " + key}};
     request.timeout = std::chrono::seconds(kTimeoutSeconds);
+    request.maxBodyBytes = kMaxBodyBytes;
     return request;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <utility>
@@ -15,6 +16,10 @@ struct HttpRequest {
     std::string url;
     std::vector<std::pair<std::string, std::string>> headers;
     std::chrono::milliseconds timeout{20000};
+    // The most of the body the client reads; the rest is left unread and the
+    // answer is marked truncated. The caller decides it, so every client
+    // holds the same limit.
+    std::size_t maxBodyBytes = 4 * 1024 * 1024;
 };
 
 // What came back over the connection. `isHttp` is false when the answer was not

@@ -150,8 +150,6 @@ int transferTimeoutMs(std::chrono::milliseconds timeout) {
 
 } // namespace
 
-QtHttpClient::QtHttpClient(std::size_t maxBodyBytes)
-    : m_maxBodyBytes(maxBodyBytes) {}
 
 QtHttpClient::~QtHttpClient() = default;
 
@@ -171,7 +169,7 @@ void QtHttpClient::get(const HttpRequest& request, std::function<void(HttpResult
 
     auto exchange = std::make_shared<Exchange>();
     exchange->completion = std::move(completion);
-    exchange->maxBodyBytes = m_maxBodyBytes;
+    exchange->maxBodyBytes = request.maxBodyBytes;
 
     QNetworkReply* reply =
         request.method == "GET"

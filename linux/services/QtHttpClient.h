@@ -14,8 +14,8 @@ namespace quorvane {
 // An answer with an HTTP status is an HttpResponse whatever the status: a 401
 // or a 503 arrives with its body, for the program to judge. An answer over
 // another scheme (a data: or file: address) is an HttpResponse with isHttp
-// false. A body longer than the size limit is read up to the limit (a
-// successful status declared that long is not read at all) and arrives cut
+// false. A body longer than the request's size limit is read up to the limit
+// (a successful status declared that long is not read at all) and arrives cut
 // short, marked truncated. Only a failed exchange is an
 // HttpTransportError: no connection, a reset or a body that ends before its
 // declared length, TLS, too many redirects, or the time-out ("The request
@@ -33,9 +33,7 @@ namespace quorvane {
 // not be destroyed from inside a completion.
 class QtHttpClient : public HttpClient {
 public:
-    static constexpr std::size_t kDefaultMaxBodyBytes = 4 * 1024 * 1024;
-
-    explicit QtHttpClient(std::size_t maxBodyBytes = kDefaultMaxBodyBytes);
+    QtHttpClient() = default;
     ~QtHttpClient() override;
 
     void get(const HttpRequest& request, std::function<void(HttpResult)> completion) override;
@@ -45,7 +43,6 @@ private:
     // The context of every connection to a reply; destroyed before the
     // manager, so that tearing the replies down calls no completion.
     QObject m_receiver;
-    std::size_t m_maxBodyBytes;
 };
 
 } // namespace quorvane

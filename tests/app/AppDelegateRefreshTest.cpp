@@ -53,6 +53,7 @@ TEST_F(AppDelegateRefreshTest, ASuccessfulRefreshSendsTheKeyAndRecordsEverything
     EXPECT_EQ(request.method, "GET");
     EXPECT_EQ(request.url, "https://api.deepseek.com/user/balance");
     EXPECT_EQ(request.timeout, std::chrono::seconds(20));
+    EXPECT_EQ(request.maxBodyBytes, 4u * 1024u * 1024u);
     EXPECT_EQ(request.headers,
               (std::vector<std::pair<std::string, std::string>>{
                   {"Accept", "application/json"}, {"Authorization", "Bearer   sk-blank ends  "}}));

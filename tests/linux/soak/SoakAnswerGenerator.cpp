@@ -2,7 +2,7 @@
 
 #include "../LoopbackHttpServer.h"
 #include "fakes/BalanceBody.h"
-#include "services/QtHttpClient.h"
+#include "balance/BalanceRequest.h"
 
 #include <array>
 #include <string_view>
@@ -113,7 +113,7 @@ SoakAnswer SoakAnswerGenerator::truncatedTransfer() {
 
 SoakAnswer SoakAnswerGenerator::huge(bool over) {
     SoakAnswer answer;
-    const std::size_t limit = QtHttpClient::kDefaultMaxBodyBytes;
+    const std::size_t limit = BalanceRequest::kMaxBodyBytes;
     if (over) {
         answer.kind = SoakAnswer::Kind::HugeOver;
         answer.raw = ok(paddedBody(limit + 1 + below(4096)));
