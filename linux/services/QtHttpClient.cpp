@@ -150,7 +150,6 @@ int transferTimeoutMs(std::chrono::milliseconds timeout) {
 
 } // namespace
 
-
 QtHttpClient::~QtHttpClient() = default;
 
 void QtHttpClient::get(const HttpRequest& request, std::function<void(HttpResult)> completion) {

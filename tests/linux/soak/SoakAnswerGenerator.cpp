@@ -1,8 +1,8 @@
 #include "SoakAnswerGenerator.h"
 
 #include "../LoopbackHttpServer.h"
-#include "fakes/BalanceBody.h"
 #include "balance/BalanceRequest.h"
+#include "fakes/BalanceBody.h"
 
 #include <array>
 #include <string_view>
