@@ -13,8 +13,10 @@
 
 namespace quorvane {
 
-// Stored as one JSON value and decoded anew on every read: the bounds keep it
-// small, and holding no copy means the store is the only truth.
+// Stored as one JSON value, and the store is the only truth: every read
+// fetches the stored bytes. What they decode to is kept beside the bytes it
+// came from, so a refresh (record, then the chart's read) decodes at most
+// once, and only when another process changed the value since.
 class BalanceHistory {
 public:
     static constexpr std::string_view kHistoryKey = "balanceHistory";
@@ -33,8 +35,14 @@ public:
     void clear();
 
 private:
+    // The points stored now: the kept decoding when the bytes are the same.
+    const std::vector<BalancePoint>& stored() const;
+    void keep(std::string bytes, std::vector<BalancePoint> points) const;
+
     Defaults& m_defaults;
     const Clock& m_clock;
+    mutable std::string m_keptBytes;
+    mutable std::vector<BalancePoint> m_keptPoints;
 };
 
 } // namespace quorvane
