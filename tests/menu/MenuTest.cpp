@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 #include "fakes/BalanceBody.h"
+#include "fakes/ExpectedMenu.h"
 #include "fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>
@@ -7,26 +8,11 @@
 namespace quorvane {
 namespace {
 
-// The parts of the menu that never change, after the top section.
-const std::string kCommands = "---\n"
-                              "\xF0\x9F\x94\x84 Refresh Now  (r)\n"
-                              "\xF0\x9F\x93\x8B Copy Summary  (c)\n"
-                              "Settings >\n"
-                              "  \xE2\x8F\xB1 Auto-refresh: On\n"
-                              "  Refresh Interval: 1 min >\n"
-                              "      30 sec\n"
-                              "    \xE2\x9C\x93 1 min\n"
-                              "      5 min\n"
-                              "      15 min\n"
-                              "  ---\n"
-                              "  Set API Key...  (,)\n"
-                              "  Reset Spend Baseline\n"
-                              "  Clear Usage History\n"
-                              "  Remove API Key\n"
-                              "  ---\n"
-                              "  Open DeepSeek Billing  (b)\n"
-                              "---\n"
-                              "\xE2\x8C\x98 Quit  (q)\n";
+// The core's text renderer: a card by its kind, lines as they are, "✓ " for a check mark.
+const MenuNotation kText{"[card dashboard]", "", "\xE2\x9C\x93 ", "  ", [](std::string_view key) {
+                             return "  (" + std::string(key) + ")";
+                         }};
+const std::string kCommands = expectedCommands(kText);
 
 class MenuTest : public ::testing::Test {
 protected:
@@ -47,41 +33,7 @@ TEST_F(MenuTest, TwoCurrenciesGiveTheWholeMenu) {
     fake.clock.advance(120);
     delegate.refreshIntervalClicked(60); // a rebuild that changes nothing else
 
-    const std::string expected = "[card dashboard]\n"
-                                 "  \xF0\x9F\x90\x8B Quorvane\n"
-                                 "  $0.75\n"
-                                 "  Today $11.75\n"
-                                 "  Ready\n"
-                                 "  [chart 2 points]\n"
-                                 "  Updated 2 min. ago \xE2\x80\xA2 1 min auto-refresh\n"
-                                 "---\n"
-                                 "Today: $11.75\n"
-                                 "Baseline: $11.75\n"
-                                 "\xE2\x8F\xB1 Auto-refresh: every 1 min\n"
-                                 "Details >\n"
-                                 "  Remaining: CN\xC2\xA5"
-                                 "69.50\n"
-                                 "  Granted: CN\xC2\xA5"
-                                 "0.00\n"
-                                 "  Topped up: CN\xC2\xA5"
-                                 "69.50\n"
-                                 "  Today spent: CN\xC2\xA5"
-                                 "0.50\n"
-                                 "  Since baseline: CN\xC2\xA5"
-                                 "0.50\n"
-                                 "  \xF0\x9F\x9F\xA2 Balance looks healthy\n"
-                                 "  ---\n"
-                                 "  Remaining: $0.75\n"
-                                 "  Granted: $0.00\n"
-                                 "  Topped up: $0.75\n"
-                                 "  Today spent: $11.75\n"
-                                 "  Since baseline: $11.75\n"
-                                 "  \xE2\x9A\xA0\xEF\xB8\x8F Low balance warning\n"
-                                 "  ---\n"
-                                 "  API status: ready\n"
-                                 "  Updated: 2 min. ago\n" +
-                                 kCommands;
-    EXPECT_EQ(fake.statusItem.menuText(), expected);
+    EXPECT_EQ(fake.statusItem.menuText(), expectedTwoCurrencyMenu(kText));
 }
 
 TEST_F(MenuTest, TheTopSectionFollowsTheFourCases) {

@@ -4,6 +4,7 @@
 #include "QMenuText.h"
 #include "app/AppDelegate.h"
 #include "fakes/BalanceBody.h"
+#include "fakes/ExpectedMenu.h"
 
 #include <QAction>
 #include <QApplication>
@@ -40,62 +41,16 @@ protected:
     QMenu& menu() { return gui.statusItem.menu(); }
 };
 
-const std::string kCommands = "---\n"
-                              "\xF0\x9F\x94\x84 Refresh Now  [Ctrl+R]\n"
-                              "\xF0\x9F\x93\x8B Copy Summary  [Ctrl+C]\n"
-                              "Settings >\n"
-                              "  \xE2\x8F\xB1 Auto-refresh: On\n"
-                              "  Refresh Interval: 1 min >\n"
-                              "    [ ] 30 sec\n"
-                              "    [x] 1 min\n"
-                              "    [ ] 5 min\n"
-                              "    [ ] 15 min\n"
-                              "  ---\n"
-                              "  Set API Key...  [Ctrl+,]\n"
-                              "  Reset Spend Baseline\n"
-                              "  Clear Usage History\n"
-                              "  Remove API Key\n"
-                              "  ---\n"
-                              "  Open DeepSeek Billing  [Ctrl+B]\n"
-                              "---\n"
-                              "\xE2\x8C\x98 Quit  [Ctrl+Q]\n";
+// The QMenu: a card by its size, "(disabled) " before an inert line, Qt's check marks and shortcuts.
+const MenuNotation kQMenu{"[card 330x190]", "(disabled) ", "[x] ", "[ ] ", [](std::string_view key) {
+                              const std::string upper =
+                                  key == "," ? "," : std::string(1, static_cast<char>(key[0] - 'a' + 'A'));
+                              return "  [Ctrl+" + upper + "]";
+                          }};
 
 TEST_F(MenuRendererTest, TheDashboardMenuShowsEveryItemOfTheModelAndRebuildsLeaveNothingBehind) {
     reachTwoCurrencyDashboard();
-    const std::string expected = "[card 330x190]\n"
-                                 "  \xF0\x9F\x90\x8B Quorvane\n"
-                                 "  $0.75\n"
-                                 "  Today $11.75\n"
-                                 "  Ready\n"
-                                 "  [chart 2 points]\n"
-                                 "  Updated 2 min. ago \xE2\x80\xA2 1 min auto-refresh\n"
-                                 "---\n"
-                                 "(disabled) Today: $11.75\n"
-                                 "(disabled) Baseline: $11.75\n"
-                                 "(disabled) \xE2\x8F\xB1 Auto-refresh: every 1 min\n"
-                                 "Details >\n"
-                                 "  (disabled) Remaining: CN\xC2\xA5"
-                                 "69.50\n"
-                                 "  (disabled) Granted: CN\xC2\xA5"
-                                 "0.00\n"
-                                 "  (disabled) Topped up: CN\xC2\xA5"
-                                 "69.50\n"
-                                 "  (disabled) Today spent: CN\xC2\xA5"
-                                 "0.50\n"
-                                 "  (disabled) Since baseline: CN\xC2\xA5"
-                                 "0.50\n"
-                                 "  (disabled) \xF0\x9F\x9F\xA2 Balance looks healthy\n"
-                                 "  ---\n"
-                                 "  (disabled) Remaining: $0.75\n"
-                                 "  (disabled) Granted: $0.00\n"
-                                 "  (disabled) Topped up: $0.75\n"
-                                 "  (disabled) Today spent: $11.75\n"
-                                 "  (disabled) Since baseline: $11.75\n"
-                                 "  (disabled) \xE2\x9A\xA0\xEF\xB8\x8F Low balance warning\n"
-                                 "  ---\n"
-                                 "  (disabled) API status: ready\n"
-                                 "  (disabled) Updated: 2 min. ago\n" +
-                                 kCommands;
+    const std::string expected = expectedTwoCurrencyMenu(kQMenu);
     EXPECT_EQ(QMenuText::render(menu()), expected);
     const auto objects = menu().findChildren<QObject*>().size();
     const auto widgets = QApplication::allWidgets().size();
