@@ -34,4 +34,4 @@ cmake -S . -B "$build_dir" -G Ninja \
     -DQUORVANE_WARNINGS_AS_ERRORS="$werror"
 cmake --build "$build_dir" -j "$jobs"
 
-ctest --test-dir "$build_dir" --output-on-failure -j "$jobs"
+ctest --test-dir "$build_dir" --output-on-failure -j "$jobs" -LE tidy

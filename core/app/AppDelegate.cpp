@@ -60,7 +60,8 @@ void AppDelegate::refreshBalance() {
     rebuildMenu();
 
     std::weak_ptr<AppDelegate*> self = m_self;
-    m_platform.http.get(BalanceRequest::make(m_apiBaseUrl, *key), [self, key = *key](HttpResult result) {
+    m_platform.http.get(BalanceRequest::make(m_apiBaseUrl, *key), [self,
+                                                                   key = *key](const HttpResult& result) {
         if (auto alive = self.lock()) {
             AppDelegate& delegate = **alive;
             delegate.finishRefresh(BalanceRequest::interpret(result, key, delegate.m_platform.textSegmenter));

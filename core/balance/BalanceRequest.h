@@ -24,7 +24,7 @@ public:
     static constexpr int kTimeoutSeconds = 20;
     static constexpr std::size_t kErrorExcerptLength = 80;
     // Far above any balance answer; a body this long is not one.
-    static constexpr std::size_t kMaxBodyBytes = 4 * 1024 * 1024;
+    static constexpr std::size_t kMaxBodyBytes = std::size_t{4} * 1024 * 1024;
 
     // A new request for every refresh; the key goes out exactly as stored.
     static HttpRequest make(std::string_view apiBaseUrl, const std::string& key);

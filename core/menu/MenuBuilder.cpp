@@ -123,6 +123,7 @@ MenuItem MenuBuilder::refreshIntervalSubmenu() const {
     const std::optional<std::int64_t> current =
         AutoRefreshSettings::wholeSeconds(m_autoRefresh.currentRefreshInterval());
     std::vector<MenuItem> choices;
+    choices.reserve(AutoRefreshSettings::kChoices.size());
     for (const RefreshIntervalChoice& choice : AutoRefreshSettings::kChoices) {
         choices.push_back(
             MenuItem::choice(std::string(choice.label), choice.seconds, current == choice.seconds));

@@ -19,7 +19,7 @@ struct HttpRequest {
     // The most of the body the client reads; the rest is left unread and the
     // answer is marked truncated. The caller decides it, so every client
     // holds the same limit.
-    std::size_t maxBodyBytes = 4 * 1024 * 1024;
+    std::size_t maxBodyBytes = std::size_t{4} * 1024 * 1024;
 };
 
 // What came back over the connection. `isHttp` is false when the answer was not

@@ -14,7 +14,7 @@ namespace quorvane {
 class ClipboardHolder {
 public:
     static constexpr std::chrono::minutes kLifetime{10};
-    static constexpr std::size_t kMaxBytes = 1024 * 1024;
+    static constexpr std::size_t kMaxBytes = std::size_t{1024} * 1024;
 
     // Needs a QGuiApplication on the desktop's platform. Reads the text from
     // `input` to its end, takes the clipboard with it, writes one byte to

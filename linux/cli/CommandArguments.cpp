@@ -79,15 +79,16 @@ std::optional<ParsedCommandLine> CommandArguments::readOptions(std::string_view 
 }
 
 ParsedCommandLine CommandArguments::withFlag(std::string_view command, List arguments,
-                                             const std::string& flag, Invocation invocation,
+                                             const std::string& flag, const Invocation& invocation,
                                              bool Invocation::*field) {
     Options options;
     options.flags[flag] = false;
     if (auto error = readOptions(command, arguments, options)) {
         return *error;
     }
-    invocation.*field = options.flags[flag];
-    return run(invocation);
+    Invocation flagged = invocation;
+    flagged.*field = options.flags[flag];
+    return run(flagged);
 }
 
 ParsedCommandLine CommandArguments::withWord(std::string_view command, List arguments, std::string_view word,

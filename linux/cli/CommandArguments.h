@@ -34,7 +34,7 @@ public:
                                                         Options& options);
     // A command whose only option is one flag, stored in `field`.
     static ParsedCommandLine withFlag(std::string_view command, List arguments, const std::string& flag,
-                                      Invocation invocation, bool Invocation::*field);
+                                      const Invocation& invocation, bool Invocation::*field);
     // A command of exactly one word after its own ("baseline reset").
     static ParsedCommandLine withWord(std::string_view command, List arguments, std::string_view word,
                                       CommandName name, Invocation invocation);

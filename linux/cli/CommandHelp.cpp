@@ -202,6 +202,7 @@ constexpr std::array<Page, 10> kPages = {{
 
 std::vector<std::string_view> CommandHelp::commands() {
     std::vector<std::string_view> names;
+    names.reserve(kPages.size());
     for (const auto& page : kPages) {
         names.push_back(page.first);
     }

@@ -44,7 +44,7 @@ ParsedCommandLine CommandLine::parse(const std::vector<std::string>& arguments) 
     }
     Invocation invocation;
     std::size_t next = 0;
-    for (; next < arguments.size() && arguments[next].rfind("-", 0) == 0; ++next) {
+    for (; next < arguments.size() && arguments[next].rfind('-', 0) == 0; ++next) {
         const std::string& option = arguments[next];
         if (isHelp(option)) {
             return CommandArguments::help(CommandHelp::overview());

@@ -21,7 +21,7 @@ struct KeyReading {
 class KeyInput {
 public:
     // Far beyond any key; more is not a key but a file piped in by mistake.
-    static constexpr std::size_t kMaxBytes = 64 * 1024;
+    static constexpr std::size_t kMaxBytes = std::size_t{64} * 1024;
 
     // A terminal on `input` gets `prompt` on `promptOutput` and one line with
     // echo off; anything else is read to its end.

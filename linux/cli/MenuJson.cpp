@@ -116,6 +116,7 @@ JsonValue MenuJson::item(const MenuItem& item) {
 JsonValue MenuJson::document(const std::string& title, const std::string& toolTip,
                              const std::vector<MenuItem>& items) {
     std::vector<JsonValue> menu;
+    menu.reserve(items.size());
     for (const MenuItem& entry : items) {
         menu.push_back(item(entry));
     }

@@ -29,7 +29,7 @@ QByteArray headerValue(const QList<QByteArray>& lines, const QByteArray& name) {
 
 } // namespace
 
-DemoServer::DemoServer(DemoAccount& account, std::string acceptedKey)
+DemoServer::DemoServer(DemoAccount& account, const std::string& acceptedKey)
     : m_account(account)
     , m_expectedAuthorization("Bearer " + QByteArray::fromStdString(acceptedKey)) {
     QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this] { onConnection(); });

@@ -20,7 +20,7 @@ namespace quorvane {
 class DemoServer {
 public:
     // The account outlives the server.
-    DemoServer(DemoAccount& account, std::string acceptedKey);
+    DemoServer(DemoAccount& account, const std::string& acceptedKey);
     ~DemoServer();
     DemoServer(const DemoServer&) = delete;
     DemoServer& operator=(const DemoServer&) = delete;
@@ -30,7 +30,7 @@ public:
     // "http://127.0.0.1:<port>", the base the program appends its path to.
     std::string baseUrl() const;
 
-    static constexpr qsizetype kMaxHeadBytes = 16 * 1024;
+    static constexpr qsizetype kMaxHeadBytes = qsizetype{16} * 1024;
 
     // The whole answer for one request head (request line and headers,
     // without the blank line that ends them).

@@ -78,7 +78,7 @@ void QtKeyDialog::reject() {
 }
 
 std::string QtKeyDialog::takeFieldText() {
-    const std::string text = m_field->text().toStdString();
+    std::string text = m_field->text().toStdString();
     // setText, unlike clear(), also drops the undo history that still holds the key.
     m_field->setText(QString());
     return text;

@@ -28,7 +28,7 @@ QFont::Weight qtWeight(FontWeight weight) {
 } // namespace
 
 QString UiFont::family() {
-    const QString preferred = QString::fromLatin1(kPreferredFamily);
+    QString preferred = QString::fromLatin1(kPreferredFamily);
     if (QFontDatabase::hasFamily(preferred)) {
         return preferred;
     }

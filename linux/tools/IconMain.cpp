@@ -2,6 +2,7 @@
 #include "gui/MarkIcon.h"
 #include "menu/StatusTitle.h"
 
+#include <QByteArray>
 #include <QGuiApplication>
 #include <QImage>
 #include <QString>
@@ -17,8 +18,9 @@ int main(int argc, char** argv) {
     // Drawn without a display, at build time.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
-    const int size = std::atoi(argv[1]);
-    if (size < 8 || size > 1024) {
+    bool isNumber = false;
+    const int size = QByteArray(argv[1]).toInt(&isNumber);
+    if (!isNumber || size < 8 || size > 1024) {
         std::fprintf(stderr, "quorvane_icon: SIZE must be from 8 to 1024\n");
         return 2;
     }
