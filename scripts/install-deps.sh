@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
     # build and tests
-    cmake ninja-build g++ clang git pkg-config clang-format
+    cmake ninja-build g++ clang git pkg-config clang-format clang-tidy
     libgtest-dev libbenchmark-dev
     # the formatting library
     libicu-dev
