@@ -2,13 +2,8 @@
 
 namespace quorvane {
 
-std::string_view AutoRefreshCommand::word() const {
-    return "auto-refresh";
-}
-
-bool AutoRefreshCommand::handles(CommandName name) const {
-    return name == CommandName::AutoRefresh;
-}
+AutoRefreshCommand::AutoRefreshCommand()
+    : SessionCommand("auto-refresh", {CommandName::AutoRefresh}) {}
 
 ParsedCommandLine AutoRefreshCommand::parse(CommandArguments::List arguments, Invocation invocation) const {
     if (arguments.size() != 1 || (arguments[0] != "on" && arguments[0] != "off")) {

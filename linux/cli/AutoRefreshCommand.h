@@ -8,8 +8,7 @@ namespace quorvane {
 // Toggles only when the stored state differs, so "on" twice stays on.
 class AutoRefreshCommand : public SessionCommand {
 public:
-    std::string_view word() const override;
-    bool handles(CommandName name) const override;
+    AutoRefreshCommand();
     ParsedCommandLine parse(CommandArguments::List arguments, Invocation invocation) const override;
     int run(const Invocation& invocation, CommandSession& session, CommandIo& io) const override;
 };

@@ -4,13 +4,8 @@
 
 namespace quorvane {
 
-std::string_view AutostartCommand::word() const {
-    return "autostart";
-}
-
-bool AutostartCommand::handles(CommandName name) const {
-    return name == CommandName::Autostart;
-}
+AutostartCommand::AutostartCommand()
+    : Command("autostart", {CommandName::Autostart}) {}
 
 ParsedCommandLine AutostartCommand::parse(CommandArguments::List arguments, Invocation invocation) const {
     if (arguments.size() != 1 ||

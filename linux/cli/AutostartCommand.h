@@ -9,8 +9,7 @@ namespace quorvane {
 // demo keeps nothing of the user's, while this changes the user's login.
 class AutostartCommand : public Command {
 public:
-    std::string_view word() const override;
-    bool handles(CommandName name) const override;
+    AutostartCommand();
     ParsedCommandLine parse(CommandArguments::List arguments, Invocation invocation) const override;
     int execute(const Invocation& invocation, CommandIo& io) const override;
 };

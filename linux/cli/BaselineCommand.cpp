@@ -2,13 +2,8 @@
 
 namespace quorvane {
 
-std::string_view BaselineCommand::word() const {
-    return "baseline";
-}
-
-bool BaselineCommand::handles(CommandName name) const {
-    return name == CommandName::BaselineReset;
-}
+BaselineCommand::BaselineCommand()
+    : SessionCommand("baseline", {CommandName::BaselineReset}) {}
 
 ParsedCommandLine BaselineCommand::parse(CommandArguments::List arguments, Invocation invocation) const {
     return CommandArguments::withWord(word(), arguments, "reset", CommandName::BaselineReset, invocation);

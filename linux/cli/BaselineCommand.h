@@ -9,8 +9,7 @@ namespace quorvane {
 // the command waits for it and prints the title it left.
 class BaselineCommand : public SessionCommand {
 public:
-    std::string_view word() const override;
-    bool handles(CommandName name) const override;
+    BaselineCommand();
     ParsedCommandLine parse(CommandArguments::List arguments, Invocation invocation) const override;
     int run(const Invocation& invocation, CommandSession& session, CommandIo& io) const override;
 };

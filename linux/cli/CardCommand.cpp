@@ -7,13 +7,8 @@
 
 namespace quorvane {
 
-std::string_view CardCommand::word() const {
-    return "card";
-}
-
-bool CardCommand::handles(CommandName name) const {
-    return name == CommandName::Card;
-}
+CardCommand::CardCommand()
+    : SessionCommand("card", {CommandName::Card}) {}
 
 ParsedCommandLine CardCommand::parse(CommandArguments::List arguments, Invocation invocation) const {
     constexpr int kMaxScale = 8;

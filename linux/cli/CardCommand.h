@@ -9,8 +9,7 @@ namespace quorvane {
 // what the menu shows; --hover sends a real pointer event to the chart.
 class CardCommand : public SessionCommand {
 public:
-    std::string_view word() const override;
-    bool handles(CommandName name) const override;
+    CardCommand();
     ParsedCommandLine parse(CommandArguments::List arguments, Invocation invocation) const override;
     int run(const Invocation& invocation, CommandSession& session, CommandIo& io) const override;
 };

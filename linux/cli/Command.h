@@ -5,7 +5,9 @@
 #include "cli/CommandIo.h"
 #include "cli/Invocation.h"
 
+#include <initializer_list>
 #include <string_view>
+#include <vector>
 
 namespace quorvane {
 
@@ -18,14 +20,21 @@ public:
     static constexpr int kNotDone = 1;
     static constexpr int kUsage = 2;
 
+    // `word` names the command; `names` are what parsing makes of it ("key"
+    // gives KeySet or KeyRemove).
+    Command(std::string_view word, std::initializer_list<CommandName> names);
     virtual ~Command() = default;
 
-    virtual std::string_view word() const = 0;
+    std::string_view word() const { return m_word; }
     // Whether an invocation that parsing made is this command's to carry out.
-    virtual bool handles(CommandName name) const = 0;
+    bool handles(CommandName name) const;
     // The arguments after the word, into `invocation`; or a usage error.
     virtual ParsedCommandLine parse(CommandArguments::List arguments, Invocation invocation) const = 0;
     virtual int execute(const Invocation& invocation, CommandIo& io) const = 0;
+
+private:
+    std::string_view m_word;
+    std::vector<CommandName> m_names;
 };
 
 } // namespace quorvane

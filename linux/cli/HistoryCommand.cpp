@@ -2,13 +2,8 @@
 
 namespace quorvane {
 
-std::string_view HistoryCommand::word() const {
-    return "history";
-}
-
-bool HistoryCommand::handles(CommandName name) const {
-    return name == CommandName::HistoryClear;
-}
+HistoryCommand::HistoryCommand()
+    : SessionCommand("history", {CommandName::HistoryClear}) {}
 
 ParsedCommandLine HistoryCommand::parse(CommandArguments::List arguments, Invocation invocation) const {
     return CommandArguments::withWord(word(), arguments, "clear", CommandName::HistoryClear, invocation);

@@ -8,8 +8,7 @@ namespace quorvane {
 // No refresh: clearing asks nothing of the network.
 class HistoryCommand : public SessionCommand {
 public:
-    std::string_view word() const override;
-    bool handles(CommandName name) const override;
+    HistoryCommand();
     ParsedCommandLine parse(CommandArguments::List arguments, Invocation invocation) const override;
     int run(const Invocation& invocation, CommandSession& session, CommandIo& io) const override;
 };

@@ -8,13 +8,8 @@
 
 namespace quorvane {
 
-std::string_view IntervalCommand::word() const {
-    return "interval";
-}
-
-bool IntervalCommand::handles(CommandName name) const {
-    return name == CommandName::Interval;
-}
+IntervalCommand::IntervalCommand()
+    : SessionCommand("interval", {CommandName::Interval}) {}
 
 ParsedCommandLine IntervalCommand::parse(CommandArguments::List arguments, Invocation invocation) const {
     std::string text;

@@ -8,8 +8,7 @@ namespace quorvane {
 // "5 min" may come as one argument or two; case does not matter.
 class IntervalCommand : public SessionCommand {
 public:
-    std::string_view word() const override;
-    bool handles(CommandName name) const override;
+    IntervalCommand();
     ParsedCommandLine parse(CommandArguments::List arguments, Invocation invocation) const override;
     int run(const Invocation& invocation, CommandSession& session, CommandIo& io) const override;
 };

@@ -8,13 +8,8 @@
 
 namespace quorvane {
 
-std::string_view KeyCommand::word() const {
-    return "key";
-}
-
-bool KeyCommand::handles(CommandName name) const {
-    return name == CommandName::KeySet || name == CommandName::KeyRemove;
-}
+KeyCommand::KeyCommand()
+    : Command("key", {CommandName::KeySet, CommandName::KeyRemove}) {}
 
 ParsedCommandLine KeyCommand::parse(CommandArguments::List arguments, Invocation invocation) const {
     if (arguments.empty() || (arguments[0] != "set" && arguments[0] != "remove")) {

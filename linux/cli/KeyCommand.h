@@ -11,8 +11,7 @@ namespace quorvane {
 // is ever quoted back: it may be the key itself, typed where it does not belong.
 class KeyCommand : public Command {
 public:
-    std::string_view word() const override;
-    bool handles(CommandName name) const override;
+    KeyCommand();
     ParsedCommandLine parse(CommandArguments::List arguments, Invocation invocation) const override;
     int execute(const Invocation& invocation, CommandIo& io) const override;
 };

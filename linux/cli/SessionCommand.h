@@ -8,6 +8,8 @@ namespace quorvane {
 
 class SessionCommand : public Command {
 public:
+    using Command::Command;
+
     int execute(const Invocation& invocation, CommandIo& io) const final;
 
 protected:

@@ -6,13 +6,8 @@
 
 namespace quorvane {
 
-std::string_view ShowMenuCommand::word() const {
-    return "menu";
-}
-
-bool ShowMenuCommand::handles(CommandName name) const {
-    return name == CommandName::Menu;
-}
+ShowMenuCommand::ShowMenuCommand()
+    : SessionCommand("menu", {CommandName::Menu}) {}
 
 ParsedCommandLine ShowMenuCommand::parse(CommandArguments::List arguments, Invocation invocation) const {
     invocation.command = CommandName::Menu;

@@ -9,8 +9,7 @@ namespace quorvane {
 // first refresh; cards are written out as their lines.
 class ShowMenuCommand : public SessionCommand {
 public:
-    std::string_view word() const override;
-    bool handles(CommandName name) const override;
+    ShowMenuCommand();
     ParsedCommandLine parse(CommandArguments::List arguments, Invocation invocation) const override;
     int run(const Invocation& invocation, CommandSession& session, CommandIo& io) const override;
 };

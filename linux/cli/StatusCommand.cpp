@@ -5,13 +5,8 @@
 
 namespace quorvane {
 
-std::string_view StatusCommand::word() const {
-    return "status";
-}
-
-bool StatusCommand::handles(CommandName name) const {
-    return name == CommandName::Status;
-}
+StatusCommand::StatusCommand()
+    : SessionCommand("status", {CommandName::Status}) {}
 
 ParsedCommandLine StatusCommand::parse(CommandArguments::List arguments, Invocation invocation) const {
     invocation.command = CommandName::Status;

@@ -9,8 +9,7 @@ namespace quorvane {
 // does, waits for the first refresh and prints what the app would show.
 class StatusCommand : public SessionCommand {
 public:
-    std::string_view word() const override;
-    bool handles(CommandName name) const override;
+    StatusCommand();
     ParsedCommandLine parse(CommandArguments::List arguments, Invocation invocation) const override;
     int run(const Invocation& invocation, CommandSession& session, CommandIo& io) const override;
 };

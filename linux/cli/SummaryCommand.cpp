@@ -2,13 +2,8 @@
 
 namespace quorvane {
 
-std::string_view SummaryCommand::word() const {
-    return "summary";
-}
-
-bool SummaryCommand::handles(CommandName name) const {
-    return name == CommandName::Summary;
-}
+SummaryCommand::SummaryCommand()
+    : SessionCommand("summary", {CommandName::Summary}) {}
 
 ParsedCommandLine SummaryCommand::parse(CommandArguments::List arguments, Invocation invocation) const {
     invocation.command = CommandName::Summary;
