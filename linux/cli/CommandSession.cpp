@@ -21,12 +21,12 @@ bool CommandSession::launchAndWait(std::ostream& err, std::string_view command) 
     return waitFor(err, command);
 }
 
-bool CommandSession::waitFor(std::ostream& err, std::string_view command, std::chrono::milliseconds limit) {
+bool CommandSession::waitFor(std::ostream& err, std::string_view command) {
     if (!m_delegate->isRefreshing()) {
         return true;
     }
     QEventLoop loop;
-    QTimer::singleShot(limit, &loop, &QEventLoop::quit);
+    QTimer::singleShot(kRefreshWait, &loop, &QEventLoop::quit);
     m_delegate->setStateListener([this, &loop] {
         if (!m_delegate->isRefreshing()) {
             loop.quit();

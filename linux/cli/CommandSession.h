@@ -10,7 +10,6 @@
 
 #include <chrono>
 #include <memory>
-#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -36,8 +35,8 @@ public:
     // then the wait for that refresh.
     bool launchAndWait(std::ostream& err, std::string_view command);
     // Runs the event loop until the delegate says no refresh is in flight;
-    // false, after saying so on `err` for `command`, when the wait ended first.
-    bool waitFor(std::ostream& err, std::string_view command, std::chrono::milliseconds limit = kRefreshWait);
+    // false, after saying so on `err` for `command`, when kRefreshWait ended first.
+    bool waitFor(std::ostream& err, std::string_view command);
 
     AppDelegate& delegate() { return *m_delegate; }
     const HeadlessStatusItem& statusItem() const { return m_statusItem; }

@@ -1,6 +1,5 @@
 #include "demo/DemoEnvironment.h"
 
-#include "app/AppDelegate.h"
 #include "keychain/KeychainStore.h"
 #include "platform/Defaults.h"
 #include "tracking/BalanceHistory.h"
@@ -48,7 +47,7 @@ void DemoEnvironment::seedBaselines() {
         defaults.setString(std::string(SpendBaselines::kFirstStartPrefix) + balance.currency,
                            DemoAccount::amountText(balance.totalCents()));
     }
-    const std::string today = m_formatter.dayKey(m_clock.now(), m_clock.timeZoneId());
+    const std::string today = SpendBaselines(defaults, m_clock, m_formatter).currentDayKey();
     for (const Reading& reading : m_seeded) {
         if (m_formatter.dayKey(reading.time, m_clock.timeZoneId()) != today) {
             continue;
