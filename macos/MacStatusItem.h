@@ -27,7 +27,7 @@ public:
     MacStatusItem& operator=(const MacStatusItem&) = delete;
 
     bool hasButton() const override;
-    void setTitle(const std::string& title) override;
+    void setTitle(const StatusTitle& title) override;
     void setToolTip(const std::string& toolTip) override;
     void attachMenu() override;
     void menuDidChange(const std::vector<MenuItem>& items) override;

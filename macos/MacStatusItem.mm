@@ -26,8 +26,9 @@ bool MacStatusItem::hasButton() const {
     return m_impl->statusItem.button != nil;
 }
 
-void MacStatusItem::setTitle(const std::string& title) {
-    m_impl->statusItem.button.title = [NSString qv_stringWithStdString:title];
+void MacStatusItem::setTitle(const StatusTitle& title) {
+    // The button draws the mark and the text as one line.
+    m_impl->statusItem.button.title = [NSString qv_stringWithStdString:title.full()];
 }
 
 void MacStatusItem::setToolTip(const std::string& toolTip) {

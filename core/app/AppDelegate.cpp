@@ -24,7 +24,7 @@ AppDelegate::AppDelegate(const Platform& platform, std::string apiBaseUrl)
 
 void AppDelegate::applicationDidFinishLaunching() {
     m_platform.application.setAccessoryPolicy();
-    setTitle(StatusTitle::withSuffix(m_appMark, StatusTitle::kLaunchedSuffix));
+    setTitle(StatusTitle::of(StatusTitle::State::Launched, m_appMark));
     if (m_statusItem.hasButton()) {
         m_statusItem.setToolTip(std::string(StatusTitle::kToolTip));
     }
@@ -34,7 +34,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     configureAutoRefresh();
 }
 
-void AppDelegate::setTitle(const std::string& title) {
+void AppDelegate::setTitle(const StatusTitle& title) {
     if (m_statusItem.hasButton()) {
         m_statusItem.setTitle(title);
     }
@@ -51,12 +51,12 @@ void AppDelegate::refreshBalance() {
     if (!key || key->empty()) {
         m_lastResponse.reset();
         m_lastError.reset();
-        setTitle(StatusTitle::withSuffix(m_appMark, StatusTitle::kNoKeySuffix));
+        setTitle(StatusTitle::of(StatusTitle::State::NoKey, m_appMark));
         rebuildMenu();
         return;
     }
     m_isRefreshing = true;
-    setTitle(StatusTitle::withSuffix(m_appMark, StatusTitle::kRefreshingSuffix));
+    setTitle(StatusTitle::of(StatusTitle::State::Refreshing, m_appMark));
     rebuildMenu();
 
     std::weak_ptr<AppDelegate*> self = m_self;
@@ -80,7 +80,7 @@ void AppDelegate::finishRefresh(RefreshOutcome outcome) {
     } else {
         m_lastResponse.reset();
         m_lastError = std::move(outcome.error);
-        setTitle(StatusTitle::withSuffix(m_appMark, StatusTitle::kFailedSuffix));
+        setTitle(StatusTitle::of(StatusTitle::State::Failed, m_appMark));
     }
     m_isRefreshing = false;
     rebuildMenu();
@@ -235,7 +235,7 @@ void AppDelegate::removeAPIKeyClicked() {
     m_lastResponse.reset();
     m_lastError.reset();
     m_lastUpdatedAt.reset();
-    setTitle(StatusTitle::withSuffix(m_appMark, StatusTitle::kLaunchedSuffix));
+    setTitle(StatusTitle::of(StatusTitle::State::Launched, m_appMark));
     rebuildMenu();
 }
 

@@ -8,6 +8,7 @@
 #include "keychain/KeychainStore.h"
 #include "menu/CardFactory.h"
 #include "menu/MenuBuilder.h"
+#include "menu/StatusTitle.h"
 #include "platform/Defaults.h"
 #include "tracking/BalanceHistory.h"
 #include "tracking/SpendBaselines.h"
@@ -87,7 +88,7 @@ private:
     // The program's named operations; the commands above are made of them.
     void refreshBalance();
     void finishRefresh(RefreshOutcome outcome);
-    void setTitle(const std::string& title);
+    void setTitle(const StatusTitle& title);
     void updateStatusTitle(const BalanceResponse& response);
     double currentRefreshInterval() const;
     void configureAutoRefresh();

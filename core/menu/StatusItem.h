@@ -2,6 +2,7 @@
 #pragma once
 
 #include "menu/MenuItem.h"
+#include "menu/StatusTitle.h"
 
 #include <string>
 #include <vector>
@@ -14,7 +15,7 @@ public:
 
     // The platform may give an item no button; title and tooltip are then skipped.
     virtual bool hasButton() const = 0;
-    virtual void setTitle(const std::string& title) = 0;
+    virtual void setTitle(const StatusTitle& title) = 0;
     virtual void setToolTip(const std::string& toolTip) = 0;
 
     // The menu is the delegate's and is rebuilt whole; the item renders the

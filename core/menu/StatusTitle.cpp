@@ -10,25 +10,50 @@ namespace {
 // The title stays short: whole cents at most, unlike the menu's four places.
 constexpr int kTitleFractionDigits = 2;
 
-} // namespace
-
-std::string StatusTitle::withSuffix(std::string_view mark, std::string_view suffix) {
-    std::string title(mark);
-    title += suffix;
-    return title;
+std::string_view textOf(StatusTitle::State state) {
+    switch (state) {
+    case StatusTitle::State::Launched:
+        return " DS";
+    case StatusTitle::State::Refreshing:
+        return " ...";
+    case StatusTitle::State::NoKey:
+        return " Key?";
+    case StatusTitle::State::Failed:
+        return " !";
+    case StatusTitle::State::NoBalance:
+    case StatusTitle::State::Healthy:
+    case StatusTitle::State::Low:
+        break;
+    }
+    return " 0";
 }
 
-std::string StatusTitle::forResponse(const BalanceResponse& response, std::string_view appMark,
+} // namespace
+
+StatusTitle::StatusTitle(std::string_view mark, std::string text, State state)
+    : m_mark(mark)
+    , m_text(std::move(text))
+    , m_state(state) {}
+
+StatusTitle StatusTitle::of(State state, std::string_view appMark) {
+    // A balance state without its balance reads as no balance.
+    if (state == State::Healthy || state == State::Low) {
+        state = State::NoBalance;
+    }
+    return StatusTitle(appMark, std::string(textOf(state)), state);
+}
+
+StatusTitle StatusTitle::forResponse(const BalanceResponse& response, std::string_view appMark,
                                      const Formatter& formatter) {
     const std::optional<BalanceInfo> preferred = preferredBalance(response);
     if (!preferred) {
-        return withSuffix(appMark, kNoBalanceSuffix);
+        return of(State::NoBalance, appMark);
     }
     const Decimal balance = parseAmount(preferred->totalBalance);
-    const std::string_view mark = isHealthyBalance(balance, preferred->currency) ? appMark : kLowMark;
+    const bool healthy = isHealthyBalance(balance, preferred->currency);
     const std::string amount =
         formatter.currency(balance, preferred->currency, kTitleFractionDigits).value_or(balance.toString());
-    return std::string(mark) + " " + amount;
+    return StatusTitle(healthy ? appMark : kLowMark, " " + amount, healthy ? State::Healthy : State::Low);
 }
 
 } // namespace quorvane

@@ -1,4 +1,4 @@
-// The texts of the menu-bar title: a one-character mark, a blank, then a state or the balance.
+// The menu-bar title as its parts: a one-character mark, the text after it, and the state they show.
 #pragma once
 
 #include "balance/BalanceResponse.h"
@@ -9,24 +9,48 @@
 
 namespace quorvane {
 
+// Shells read the parts instead of taking the joined text apart: the tray
+// draws the mark as its icon and the text as its label, and the status line
+// styles itself by the state.
 class StatusTitle {
 public:
+    enum class State {
+        Launched,
+        Refreshing,
+        NoKey,
+        Failed,
+        NoBalance,
+        Healthy,
+        Low,
+    };
+
     static constexpr std::string_view kAppMark = "\xF0\x9F\x90\x8B";         // 🐋 U+1F40B
     static constexpr std::string_view kLowMark = "\xE2\x9A\xA0\xEF\xB8\x8F"; // ⚠️ U+26A0 U+FE0F
     static constexpr std::string_view kToolTip = "Quorvane";
 
-    static constexpr std::string_view kLaunchedSuffix = " DS";
-    static constexpr std::string_view kRefreshingSuffix = " ...";
-    static constexpr std::string_view kNoKeySuffix = " Key?";
-    static constexpr std::string_view kFailedSuffix = " !";
-    static constexpr std::string_view kNoBalanceSuffix = " 0";
-
-    static std::string withSuffix(std::string_view mark, std::string_view suffix);
+    // Every state but the two that show a balance, after the app's mark.
+    static StatusTitle of(State state, std::string_view appMark);
 
     // The title after a successful refresh: the preferred balance with at most
     // two fraction digits, marked low at or below its currency's threshold.
-    static std::string forResponse(const BalanceResponse& response, std::string_view appMark,
+    static StatusTitle forResponse(const BalanceResponse& response, std::string_view appMark,
                                    const Formatter& formatter);
+
+    const std::string& mark() const { return m_mark; }
+    // Everything after the mark, starting with its blank.
+    const std::string& text() const { return m_text; }
+    State state() const { return m_state; }
+    // The title as one line, where a platform takes only text.
+    std::string full() const { return m_mark + m_text; }
+
+    bool operator==(const StatusTitle&) const = default;
+
+private:
+    StatusTitle(std::string_view mark, std::string text, State state);
+
+    std::string m_mark;
+    std::string m_text;
+    State m_state;
 };
 
 } // namespace quorvane

@@ -16,13 +16,14 @@ ParsedCommandLine StatusCommand::parse(CommandArguments::List arguments, Invocat
 int StatusCommand::run(const Invocation& invocation, CommandSession& session, CommandIo& io) const {
     const bool ended = session.launchAndWait(io.err, word());
     const AppDelegate& delegate = session.delegate();
-    const std::string& title = session.statusItem().title();
+    const HeadlessStatusItem& item = session.statusItem();
     if (invocation.json) {
-        io.out << JsonWriter::write(
-                      StatusJson::document(title, delegate.appMark(), delegate.balanceSummary()))
-               << '\n';
+        // The launch always sets a title; before it the app would read as launched.
+        const StatusTitle title =
+            item.titleParts().value_or(StatusTitle::of(StatusTitle::State::Launched, delegate.appMark()));
+        io.out << JsonWriter::write(StatusJson::document(title, delegate.balanceSummary())) << '\n';
     } else {
-        io.out << title << '\n';
+        io.out << item.title() << '\n';
     }
     return ended ? kDone : kNotDone;
 }

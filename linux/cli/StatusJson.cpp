@@ -1,28 +1,29 @@
 #include "cli/StatusJson.h"
 
-#include "menu/StatusTitle.h"
-
 namespace quorvane {
 
-std::string_view StatusJson::className(const std::string& title, const std::string& appMark) {
-    if (title.rfind(StatusTitle::kLowMark, 0) == 0) {
+std::string_view StatusJson::className(StatusTitle::State state) {
+    switch (state) {
+    case StatusTitle::State::Low:
         return "low";
-    }
-    if (title == StatusTitle::withSuffix(appMark, StatusTitle::kFailedSuffix)) {
+    case StatusTitle::State::Failed:
         return "error";
-    }
-    if (title == StatusTitle::withSuffix(appMark, StatusTitle::kNoKeySuffix)) {
+    case StatusTitle::State::NoKey:
         return "nokey";
+    case StatusTitle::State::Launched:
+    case StatusTitle::State::Refreshing:
+    case StatusTitle::State::NoBalance:
+    case StatusTitle::State::Healthy:
+        break;
     }
     return "ok";
 }
 
-JsonValue StatusJson::document(const std::string& title, const std::string& appMark,
-                               const std::string& summary) {
+JsonValue StatusJson::document(const StatusTitle& title, const std::string& summary) {
     return JsonValue::fromMembers({
-        {"text", JsonValue::fromString(title)},
+        {"text", JsonValue::fromString(title.full())},
         {"tooltip", JsonValue::fromString(summary)},
-        {"class", JsonValue::fromString(std::string(className(title, appMark)))},
+        {"class", JsonValue::fromString(std::string(className(title.state())))},
     });
 }
 

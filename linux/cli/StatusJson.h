@@ -2,6 +2,7 @@
 #pragma once
 
 #include "json/JsonValue.h"
+#include "menu/StatusTitle.h"
 
 #include <string>
 #include <string_view>
@@ -10,13 +11,12 @@ namespace quorvane {
 
 class StatusJson {
 public:
-    // "low" when the title carries the low-balance mark, "error" after a
-    // failed refresh, "nokey" without a key, "ok" for everything else.
-    static std::string_view className(const std::string& title, const std::string& appMark);
+    // "low" for a balance at or below its threshold, "error" after a failed
+    // refresh, "nokey" without a key, "ok" for everything else.
+    static std::string_view className(StatusTitle::State state);
 
     // {"text":title,"tooltip":summary,"class":className}
-    static JsonValue document(const std::string& title, const std::string& appMark,
-                              const std::string& summary);
+    static JsonValue document(const StatusTitle& title, const std::string& summary);
 };
 
 } // namespace quorvane

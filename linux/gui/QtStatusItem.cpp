@@ -6,7 +6,6 @@
 
 #include <QCursor>
 #include <QScreen>
-#include <QTextBoundaryFinder>
 
 namespace quorvane {
 
@@ -74,30 +73,20 @@ void QtStatusItem::perform(MenuCommand command, std::int64_t tag) {
     }
 }
 
-QString QtStatusItem::mark(const QString& title) {
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, title);
-    const qsizetype end = finder.toNextBoundary();
-    return end > 0 ? title.left(end) : QString();
-}
-
-void QtStatusItem::setTitle(const std::string& title) {
-    m_title = QString::fromStdString(title);
+void QtStatusItem::setTitle(const StatusTitle& title) {
+    m_title = QString::fromStdString(title.full());
     m_strip.setTitle(m_title);
     if (m_window) {
         m_window->setTitle(m_title);
     }
 
-    const QString titleMark = mark(m_title);
-    const QString label = m_title.mid(titleMark.size());
+    const QString label = QString::fromStdString(title.text());
     // The panel keeps the label's room while a refresh runs, so the items
     // beside it do not shift left and back every minute.
-    const bool refreshing =
-        label == QString::fromUtf8(StatusTitle::kRefreshingSuffix.data(),
-                                   static_cast<qsizetype>(StatusTitle::kRefreshingSuffix.size()));
-    if (!refreshing || m_labelGuide.size() < label.size()) {
+    if (title.state() != StatusTitle::State::Refreshing || m_labelGuide.size() < label.size()) {
         m_labelGuide = label;
     }
-    m_trayItem.setTitle(titleMark, label, m_labelGuide, trayIcon);
+    m_trayItem.setTitle(QString::fromStdString(title.mark()), label, m_labelGuide, trayIcon);
 }
 
 void QtStatusItem::setToolTip(const std::string& toolTip) {

@@ -53,7 +53,7 @@ public:
     void setCommandHandler(MenuRenderer::CommandHandler handler);
 
     bool hasButton() const override { return true; }
-    void setTitle(const std::string& title) override;
+    void setTitle(const StatusTitle& title) override;
     void setToolTip(const std::string& toolTip) override;
     void attachMenu() override;
     void menuDidChange(const std::vector<MenuItem>& items) override;
@@ -66,9 +66,6 @@ public:
     // Made when first shown.
     MenuPanel* popover() { return m_popover.get(); }
     MenuPanel* window() { return m_window.get(); }
-
-    // The title's first user-perceived character: the whale or the warning sign.
-    static QString mark(const QString& title);
 
 private:
     void present();

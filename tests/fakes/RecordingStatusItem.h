@@ -15,7 +15,7 @@ public:
         : m_hasButton(hasButton) {}
 
     bool hasButton() const override { return m_hasButton; }
-    void setTitle(const std::string& title) override { m_titles.push_back(title); }
+    void setTitle(const StatusTitle& title) override { m_titles.push_back(title.full()); }
     void setToolTip(const std::string& toolTip) override { m_toolTips.push_back(toolTip); }
     void attachMenu() override { m_events.push_back("attach menu"); }
     void menuDidChange(const std::vector<MenuItem>& items) override {

@@ -2,6 +2,7 @@
 #include "cli/MenuJson.h"
 
 #include "cli/StatusJson.h"
+#include "icu/IcuFormatter.h"
 #include "json/JsonWriter.h"
 
 #include <gtest/gtest.h>
@@ -33,17 +34,20 @@ TEST(MenuJsonValueTest, TimestampsAndNumbersAreAlwaysValidJson) {
     EXPECT_EQ(text(MenuJson::number(std::numeric_limits<double>::infinity())), "null");
 }
 
-TEST(StatusJsonTest, TheDocumentIsOneWaybarObjectWhoseClassFollowsTheTitle) {
-    EXPECT_EQ(text(StatusJson::document(kWarning + " $0.50", kWhale, "Quorvane\nUSD remaining: $0.50")),
+TEST(StatusJsonTest, TheDocumentIsOneWaybarObjectWhoseClassFollowsTheTitlesState) {
+    const IcuFormatter formatter("en_US");
+    const BalanceResponse low{true, {{"USD", "0.50", "0", "0.50"}}};
+    EXPECT_EQ(text(StatusJson::document(StatusTitle::forResponse(low, kWhale, formatter),
+                                        "Quorvane\nUSD remaining: $0.50")),
               R"({"text":")" + kWarning +
                   R"( $0.50","tooltip":"Quorvane\nUSD remaining: $0.50","class":"low"})");
-    const std::pair<std::string, std::string> titles[] = {
-        {kWhale + " $12.00", "ok"}, {kWarning + " $0.00", "low"},
-        {kWhale + " !", "error"},   {kWhale + " Key?", "nokey"},
-        {kWhale + " 0", "ok"},      {kWhale + " ...", "ok"},
-        {kWhale + " $1 !", "ok"},   {"", "ok"}};
-    for (const auto& [title, className] : titles) {
-        EXPECT_EQ(StatusJson::className(title, kWhale), className) << title;
+    using State = StatusTitle::State;
+    const std::pair<State, std::string> states[] = {{State::Launched, "ok"},  {State::Refreshing, "ok"},
+                                                    {State::NoKey, "nokey"},  {State::Failed, "error"},
+                                                    {State::NoBalance, "ok"}, {State::Healthy, "ok"},
+                                                    {State::Low, "low"}};
+    for (const auto& [state, className] : states) {
+        EXPECT_EQ(StatusJson::className(state), className) << static_cast<int>(state);
     }
 }
 

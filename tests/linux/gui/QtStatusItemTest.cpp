@@ -12,7 +12,6 @@ namespace quorvane {
 namespace {
 
 const std::string kWhale = "\xF0\x9F\x90\x8B";
-const std::string kWarning = "\xE2\x9A\xA0\xEF\xB8\x8F";
 
 class QtStatusItemTest : public ::testing::Test {
 protected:
@@ -57,12 +56,6 @@ TEST(StatusStripPlacementTest, PopupsStayOnTheScreen) {
     EXPECT_EQ(StatusStripWidget::popupPosition({710, 576, 90, 24}, {330, 400}, screen), QPoint(470, 176));
     EXPECT_EQ(StatusStripWidget::popupPosition({710, 0, 90, 24}, {900, 100}, screen), QPoint(0, 24));
     EXPECT_EQ(StatusStripWidget::popupPosition({710, 0, 90, 24}, {330, 700}, screen), QPoint(470, 0));
-}
-
-TEST(QtStatusItemMarkTest, TheMarkIsTheTitlesFirstCharacterAsTheUserSeesIt) {
-    EXPECT_EQ(QtStatusItem::mark(QString::fromStdString(kWhale + " $12.50")).toStdString(), kWhale);
-    EXPECT_EQ(QtStatusItem::mark(QString::fromStdString(kWarning + " $0.50")).toStdString(), kWarning);
-    EXPECT_EQ(QtStatusItem::mark(QString()), QString());
 }
 
 } // namespace

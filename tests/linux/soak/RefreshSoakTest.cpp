@@ -50,7 +50,7 @@ void expectSettled(const AppDelegate& delegate, const SoakRig& rig, const SoakAn
             EXPECT_EQ(response.balanceInfos[i].totalBalance, answer.totals[i].second);
         }
         EXPECT_EQ(rig.statusItem.title(),
-                  StatusTitle::forResponse(response, delegate.appMark(), rig.formatter));
+                  StatusTitle::forResponse(response, delegate.appMark(), rig.formatter).full());
         ASSERT_TRUE(delegate.lastUpdatedAt().has_value());
         EXPECT_EQ(delegate.lastUpdatedAt()->unixSeconds(), rig.clock.now().unixSeconds());
     } else {
@@ -65,7 +65,7 @@ void expectSettled(const AppDelegate& delegate, const SoakRig& rig, const SoakAn
         EXPECT_EQ(error.find_first_of("\r\n"), std::string::npos) << error;
         EXPECT_FALSE(holdsKey(error));
         EXPECT_EQ(rig.statusItem.title(),
-                  StatusTitle::withSuffix(delegate.appMark(), StatusTitle::kFailedSuffix));
+                  StatusTitle::of(StatusTitle::State::Failed, delegate.appMark()).full());
     }
 
     const std::vector<BalancePoint> history = delegate.allHistory();
@@ -109,7 +109,7 @@ TEST(RefreshSoak, ThousandsOfRandomAnswersKeepTheStateConsistent) {
             delegate.refreshClicked();
         }
         const std::string inFlight =
-            StatusTitle::withSuffix(delegate.appMark(), StatusTitle::kRefreshingSuffix);
+            StatusTitle::of(StatusTitle::State::Refreshing, delegate.appMark()).full();
         ASSERT_TRUE(delegate.isRefreshing());
         EXPECT_EQ(rig.statusItem.title(), inFlight);
         // A second request while one is in flight is dropped: no title, no request.
@@ -167,8 +167,7 @@ TEST(RefreshSoak, AnAnswerSlowerThanTheTimeOutEndsInTheFailurePath) {
     EXPECT_FALSE(delegate.lastResponse().has_value());
     ASSERT_TRUE(delegate.lastError().has_value());
     EXPECT_EQ(*delegate.lastError(), "The request timed out.");
-    EXPECT_EQ(rig.statusItem.title(),
-              StatusTitle::withSuffix(delegate.appMark(), StatusTitle::kFailedSuffix));
+    EXPECT_EQ(rig.statusItem.title(), StatusTitle::of(StatusTitle::State::Failed, delegate.appMark()).full());
     EXPECT_TRUE(delegate.allHistory().empty());
     EXPECT_EQ(server.requestHeads().size(), 1);
 }
