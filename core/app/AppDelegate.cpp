@@ -18,8 +18,8 @@ AppDelegate::AppDelegate(const Platform& platform, std::string apiBaseUrl)
     , m_autoRefresh(m_defaults)
     , m_baselines(m_defaults, platform.clock, platform.formatter)
     , m_history(m_defaults, platform.clock)
-    , m_cards(m_appMark, platform.formatter, platform.clock, m_baselines, m_history, m_autoRefresh)
-    , m_menuBuilder(m_appMark, platform.formatter, m_baselines, m_autoRefresh, m_cards)
+    , m_cards(m_appMark, platform.formatter, platform.clock, m_history, m_autoRefresh)
+    , m_menuBuilder(m_appMark, platform.formatter, m_autoRefresh, m_cards)
     , m_self(std::make_shared<AppDelegate*>(this)) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
@@ -51,6 +51,7 @@ void AppDelegate::refreshBalance() {
     if (!key || key->empty()) {
         m_lastResponse.reset();
         m_lastError.reset();
+        updateFacts();
         setTitle(StatusTitle::of(StatusTitle::State::NoKey, m_appMark));
         rebuildMenu();
         return;
@@ -76,18 +77,28 @@ void AppDelegate::finishRefresh(RefreshOutcome outcome) {
         m_lastUpdatedAt = m_platform.clock.now();
         updateBaselinesIfNeeded(*m_lastResponse);
         recordHistory(*m_lastResponse);
-        updateStatusTitle(*m_lastResponse);
+        updateFacts();
+        updateStatusTitle(*m_facts);
     } else {
         m_lastResponse.reset();
         m_lastError = std::move(outcome.error);
+        updateFacts();
         setTitle(StatusTitle::of(StatusTitle::State::Failed, m_appMark));
     }
     m_isRefreshing = false;
     rebuildMenu();
 }
 
-void AppDelegate::updateStatusTitle(const BalanceResponse& response) {
-    setTitle(StatusTitle::forResponse(response, m_appMark, m_platform.formatter));
+void AppDelegate::updateFacts() {
+    if (m_lastResponse) {
+        m_facts = RefreshFacts::of(*m_lastResponse, m_baselines, m_lastUpdatedAt);
+    } else {
+        m_facts.reset();
+    }
+}
+
+void AppDelegate::updateStatusTitle(const RefreshFacts& facts) {
+    setTitle(StatusTitle::forFacts(facts, m_appMark, m_platform.formatter));
 }
 
 std::optional<BalanceInfo> AppDelegate::preferredBalance(const BalanceResponse& response) const {
@@ -136,6 +147,8 @@ void AppDelegate::updateBaselinesIfNeeded(const BalanceResponse& response) {
 
 void AppDelegate::resetBaselines() {
     m_baselines.resetBaselines();
+    // The spend shown until the next answer starts again from nothing.
+    updateFacts();
 }
 
 std::string AppDelegate::currentDayKey() const {
@@ -165,8 +178,7 @@ void AppDelegate::recordHistory(const BalanceResponse& response) {
 // ---- Menu, cards and summary ----
 
 void AppDelegate::rebuildMenu() {
-    MenuState state{m_lastResponse, m_lastError, m_isRefreshing, m_keychain.read().has_value(),
-                    m_lastUpdatedAt};
+    MenuState state{m_facts, m_lastError, m_isRefreshing, m_keychain.read().has_value()};
     m_menu = m_menuBuilder.build(state);
     m_statusItem.menuDidChange(m_menu);
     if (m_stateListener) {
@@ -179,7 +191,7 @@ void AppDelegate::setStateListener(std::function<void()> listener) {
 }
 
 MenuItem AppDelegate::dashboardItem(const BalanceResponse& response) const {
-    return MenuItem::cardItem(m_cards.dashboard(response, m_lastUpdatedAt));
+    return MenuItem::cardItem(m_cards.dashboard(RefreshFacts::of(response, m_baselines, m_lastUpdatedAt)));
 }
 
 MenuItem AppDelegate::statusCard(const std::string& title, const std::string& subtitle,
@@ -192,8 +204,7 @@ std::string AppDelegate::lastUpdatedText() const {
 }
 
 std::string AppDelegate::balanceSummary() const {
-    return BalanceSummary::text(m_lastResponse, m_lastError, m_lastUpdatedAt, m_platform.formatter,
-                                m_baselines);
+    return BalanceSummary::text(m_facts, m_lastError, m_platform.formatter);
 }
 
 // ---- Menu commands ----
@@ -235,6 +246,7 @@ void AppDelegate::removeAPIKeyClicked() {
     m_lastResponse.reset();
     m_lastError.reset();
     m_lastUpdatedAt.reset();
+    updateFacts();
     setTitle(StatusTitle::of(StatusTitle::State::Launched, m_appMark));
     rebuildMenu();
 }

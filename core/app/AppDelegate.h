@@ -11,6 +11,7 @@
 #include "menu/StatusTitle.h"
 #include "platform/Defaults.h"
 #include "tracking/BalanceHistory.h"
+#include "tracking/RefreshFacts.h"
 #include "tracking/SpendBaselines.h"
 
 #include <functional>
@@ -66,6 +67,8 @@ public:
     const std::optional<BalanceResponse>& lastResponse() const { return m_lastResponse; }
     const std::optional<std::string>& lastError() const { return m_lastError; }
     const std::optional<Timestamp>& lastUpdatedAt() const { return m_lastUpdatedAt; }
+    // What the last response means, as the title, menu and summary show it.
+    const std::optional<RefreshFacts>& facts() const { return m_facts; }
     bool isRefreshing() const { return m_isRefreshing; }
     bool hasRefreshTimer() const { return m_refreshTimer != nullptr; }
     bool autoRefreshEnabled() const;
@@ -89,7 +92,8 @@ private:
     void refreshBalance();
     void finishRefresh(RefreshOutcome outcome);
     void setTitle(const StatusTitle& title);
-    void updateStatusTitle(const BalanceResponse& response);
+    void updateFacts();
+    void updateStatusTitle(const RefreshFacts& facts);
     double currentRefreshInterval() const;
     void configureAutoRefresh();
     void updateBaselinesIfNeeded(const BalanceResponse& response);
@@ -108,6 +112,7 @@ private:
     std::optional<std::string> m_lastError;
     std::optional<Timestamp> m_lastUpdatedAt;
     bool m_isRefreshing = false;
+    std::optional<RefreshFacts> m_facts;
 
     // Services and collaborators.
     const Platform m_platform;

@@ -10,7 +10,7 @@ constexpr std::string_view kPreferredCurrency = "USD";
 
 } // namespace
 
-std::optional<BalanceInfo> preferredBalance(const BalanceResponse& response) {
+std::optional<std::size_t> preferredBalanceIndex(const BalanceResponse& response) {
     const std::vector<BalanceInfo>& infos = response.balanceInfos;
     if (infos.empty()) {
         return std::nullopt;
@@ -18,7 +18,15 @@ std::optional<BalanceInfo> preferredBalance(const BalanceResponse& response) {
     const auto usd = std::find_if(infos.begin(), infos.end(), [](const BalanceInfo& info) {
         return info.currency == kPreferredCurrency;
     });
-    return usd != infos.end() ? *usd : infos.front();
+    return usd != infos.end() ? static_cast<std::size_t>(usd - infos.begin()) : 0;
+}
+
+std::optional<BalanceInfo> preferredBalance(const BalanceResponse& response) {
+    const std::optional<std::size_t> index = preferredBalanceIndex(response);
+    if (!index) {
+        return std::nullopt;
+    }
+    return response.balanceInfos[*index];
 }
 
 Decimal lowBalanceThreshold(std::string_view currency) {

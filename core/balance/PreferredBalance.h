@@ -5,6 +5,7 @@
 #include "balance/BalanceResponse.h"
 #include "values/Decimal.h"
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
 
@@ -13,6 +14,8 @@ namespace quorvane {
 // The first entry in exactly "USD" (case matters), else the first entry;
 // nothing for an empty list.
 std::optional<BalanceInfo> preferredBalance(const BalanceResponse& response);
+// Where that entry is in the list.
+std::optional<std::size_t> preferredBalanceIndex(const BalanceResponse& response);
 
 // 1 for exactly "USD", 10 for every other code.
 Decimal lowBalanceThreshold(std::string_view currency);

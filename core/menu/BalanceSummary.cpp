@@ -1,7 +1,6 @@
 #include "menu/BalanceSummary.h"
 
 #include "balance/MoneyFormat.h"
-#include "balance/ParseAmount.h"
 
 #include <chrono>
 #include <cmath>
@@ -10,26 +9,22 @@
 
 namespace quorvane {
 
-std::string BalanceSummary::text(const std::optional<BalanceResponse>& lastResponse,
-                                 const std::optional<std::string>& lastError,
-                                 const std::optional<Timestamp>& lastUpdatedAt, const Formatter& formatter,
-                                 const SpendBaselines& baselines) {
-    if (!lastResponse) {
+std::string BalanceSummary::text(const std::optional<RefreshFacts>& facts,
+                                 const std::optional<std::string>& lastError, const Formatter& formatter) {
+    if (!facts) {
         if (lastError) {
             return "Quorvane error: " + *lastError;
         }
         return "Quorvane has no balance data yet.";
     }
     std::string summary = "Quorvane\nUpdated: ";
-    summary += lastUpdatedAt ? utcText(*lastUpdatedAt) : std::string("never");
-    for (const BalanceInfo& info : lastResponse->balanceInfos) {
-        const std::string& code = info.currency;
-        const Decimal amount = parseAmount(info.totalBalance);
-        summary += "\n" + code + " remaining: " + formatMoney(formatter, amount, code);
+    summary += facts->updatedAt ? utcText(*facts->updatedAt) : std::string("never");
+    for (const CurrencyFacts& currency : facts->currencies) {
+        const std::string& code = currency.currency;
+        summary += "\n" + code + " remaining: " + formatMoney(formatter, currency.remaining, code);
+        summary += "\n" + code + " today spent: " + formatMoney(formatter, currency.spentToday, code);
         summary +=
-            "\n" + code + " today spent: " + formatMoney(formatter, baselines.spentToday(amount, code), code);
-        summary += "\n" + code + " since baseline: " +
-                   formatMoney(formatter, baselines.spentSinceBaseline(amount, code), code);
+            "\n" + code + " since baseline: " + formatMoney(formatter, currency.spentSinceBaseline, code);
     }
     return summary;
 }

@@ -1,8 +1,6 @@
 #include "menu/CardFactory.h"
 
 #include "balance/MoneyFormat.h"
-#include "balance/ParseAmount.h"
-#include "balance/PreferredBalance.h"
 
 namespace quorvane {
 
@@ -21,41 +19,36 @@ CardLabel label(std::string text, Rect frame, double size, FontWeight weight,
 } // namespace
 
 CardFactory::CardFactory(const std::string& appMark, const Formatter& formatter, const Clock& clock,
-                         const SpendBaselines& baselines, const BalanceHistory& history,
-                         const AutoRefreshSettings& autoRefresh)
+                         const BalanceHistory& history, const AutoRefreshSettings& autoRefresh)
     : m_appMark(appMark)
     , m_formatter(formatter)
     , m_clock(clock)
-    , m_baselines(baselines)
     , m_history(history)
     , m_autoRefresh(autoRefresh) {}
 
-Card CardFactory::dashboard(const BalanceResponse& response,
-                            const std::optional<Timestamp>& lastUpdatedAt) const {
-    const std::optional<BalanceInfo> preferred = preferredBalance(response);
+Card CardFactory::dashboard(const RefreshFacts& facts) const {
+    const CurrencyFacts* preferred = facts.preferred();
 
     std::string balanceText = "No balance";
     std::string todayText = "Today -";
     UsageChartView chart(kChartFrame);
-    if (preferred) {
-        const Decimal current = parseAmount(preferred->totalBalance);
+    if (preferred != nullptr) {
         const std::string& code = preferred->currency;
-        balanceText = formatMoney(m_formatter, current, code);
-        todayText = "Today " + formatMoney(m_formatter, m_baselines.spentToday(current, code), code);
+        balanceText = formatMoney(m_formatter, preferred->remaining, code);
+        todayText = "Today " + formatMoney(m_formatter, preferred->spentToday, code);
         chart.setPoints(m_history.history(code));
         chart.setNeedsDisplay();
-        const ColorName accent =
-            isHealthyBalance(current, code) ? ColorName::SystemTeal : ColorName::SystemOrange;
+        const ColorName accent = preferred->healthy ? ColorName::SystemTeal : ColorName::SystemOrange;
         chart.setAccentColor(NamedColor{accent, 1.0});
         chart.setNeedsDisplay();
     }
 
-    const bool ready = response.isAvailable;
+    const bool ready = facts.isAvailable;
     CardLabel status = label(ready ? "Ready" : "No balance", {178, 131, 130, 18}, 12, FontWeight::Semibold,
                              ready ? ColorName::SystemGreen : ColorName::SystemRed);
     status.alignment = TextAlignment::Right;
 
-    const std::string footer = "Updated " + lastUpdatedText(lastUpdatedAt) + " \xE2\x80\xA2 " +
+    const std::string footer = "Updated " + lastUpdatedText(facts.updatedAt) + " \xE2\x80\xA2 " +
                                m_autoRefresh.refreshIntervalLabel() + " auto-refresh";
 
     Card card;

@@ -2,12 +2,11 @@
 #pragma once
 
 #include "balance/AutoRefreshSettings.h"
-#include "balance/BalanceResponse.h"
 #include "menu/Card.h"
 #include "platform/Clock.h"
 #include "platform/Formatter.h"
 #include "tracking/BalanceHistory.h"
-#include "tracking/SpendBaselines.h"
+#include "tracking/RefreshFacts.h"
 
 #include <optional>
 #include <string>
@@ -23,10 +22,9 @@ public:
     static constexpr Rect kChartFrame{18.0, 42.0, 292.0, 52.0};
 
     CardFactory(const std::string& appMark, const Formatter& formatter, const Clock& clock,
-                const SpendBaselines& baselines, const BalanceHistory& history,
-                const AutoRefreshSettings& autoRefresh);
+                const BalanceHistory& history, const AutoRefreshSettings& autoRefresh);
 
-    Card dashboard(const BalanceResponse& response, const std::optional<Timestamp>& lastUpdatedAt) const;
+    Card dashboard(const RefreshFacts& facts) const;
     Card status(const std::string& title, const std::string& subtitle, const std::string& detail) const;
     // "never" without a time; otherwise the locale's short relative text ("2 min. ago").
     std::string lastUpdatedText(const std::optional<Timestamp>& lastUpdatedAt) const;
@@ -35,7 +33,6 @@ private:
     const std::string& m_appMark;
     const Formatter& m_formatter;
     const Clock& m_clock;
-    const SpendBaselines& m_baselines;
     const BalanceHistory& m_history;
     const AutoRefreshSettings& m_autoRefresh;
 };

@@ -1,8 +1,6 @@
 #include "menu/MenuBuilder.h"
 
 #include "balance/MoneyFormat.h"
-#include "balance/ParseAmount.h"
-#include "balance/PreferredBalance.h"
 #include "menu/StatusTitle.h"
 
 namespace quorvane {
@@ -14,11 +12,9 @@ const std::string kDisplayName = "Quorvane";
 } // namespace
 
 MenuBuilder::MenuBuilder(const std::string& appMark, const Formatter& formatter,
-                         const SpendBaselines& baselines, const AutoRefreshSettings& autoRefresh,
-                         const CardFactory& cards)
+                         const AutoRefreshSettings& autoRefresh, const CardFactory& cards)
     : m_appMark(appMark)
     , m_formatter(formatter)
-    , m_baselines(baselines)
     , m_autoRefresh(autoRefresh)
     , m_cards(cards) {}
 
@@ -36,11 +32,11 @@ std::vector<MenuItem> MenuBuilder::build(const MenuState& state) const {
 }
 
 void MenuBuilder::addTopSection(std::vector<MenuItem>& menu, const MenuState& state) const {
-    if (state.lastResponse) {
-        menu.push_back(MenuItem::cardItem(m_cards.dashboard(*state.lastResponse, state.lastUpdatedAt)));
+    if (state.facts) {
+        menu.push_back(MenuItem::cardItem(m_cards.dashboard(*state.facts)));
         menu.push_back(MenuItem::separator());
-        addSummaryLines(menu, *state.lastResponse);
-        menu.push_back(detailsSubmenu(*state.lastResponse, state));
+        addSummaryLines(menu, *state.facts);
+        menu.push_back(detailsSubmenu(*state.facts));
     } else if (state.lastError) {
         menu.push_back(
             MenuItem::cardItem(m_cards.status(kDisplayName, "Could not refresh balance",
@@ -55,48 +51,39 @@ void MenuBuilder::addTopSection(std::vector<MenuItem>& menu, const MenuState& st
     }
 }
 
-void MenuBuilder::addSummaryLines(std::vector<MenuItem>& menu, const BalanceResponse& response) const {
-    if (response.balanceInfos.empty()) {
+void MenuBuilder::addSummaryLines(std::vector<MenuItem>& menu, const RefreshFacts& facts) const {
+    const CurrencyFacts* preferred = facts.preferred();
+    if (preferred == nullptr) {
         menu.push_back(MenuItem::informational("No balance returned"));
         return;
     }
-    const std::optional<BalanceInfo> preferred = preferredBalance(response);
-    if (!preferred) {
-        return;
-    }
-    const Decimal current = parseAmount(preferred->totalBalance);
     const std::string& code = preferred->currency;
-    menu.push_back(MenuItem::informational("Today: " + money(m_baselines.spentToday(current, code), code)));
-    menu.push_back(
-        MenuItem::informational("Baseline: " + money(m_baselines.spentSinceBaseline(current, code), code)));
+    menu.push_back(MenuItem::informational("Today: " + money(preferred->spentToday, code)));
+    menu.push_back(MenuItem::informational("Baseline: " + money(preferred->spentSinceBaseline, code)));
     menu.push_back(MenuItem::informational(m_autoRefresh.autoRefreshEnabled()
                                                ? "\xE2\x8F\xB1 Auto-refresh: every " +
                                                      m_autoRefresh.refreshIntervalLabel()
                                                : std::string("\xE2\x8F\xB8 Auto-refresh: off")));
 }
 
-MenuItem MenuBuilder::detailsSubmenu(const BalanceResponse& response, const MenuState& state) const {
+MenuItem MenuBuilder::detailsSubmenu(const RefreshFacts& facts) const {
     std::vector<MenuItem> details;
-    for (const BalanceInfo& info : response.balanceInfos) {
-        const Decimal current = parseAmount(info.totalBalance);
-        const std::string& code = info.currency;
-        details.push_back(MenuItem::informational("Remaining: " + money(current, code)));
+    for (const CurrencyFacts& currency : facts.currencies) {
+        const std::string& code = currency.currency;
+        details.push_back(MenuItem::informational("Remaining: " + money(currency.remaining, code)));
+        details.push_back(MenuItem::informational("Granted: " + money(currency.granted, code)));
+        details.push_back(MenuItem::informational("Topped up: " + money(currency.toppedUp, code)));
+        details.push_back(MenuItem::informational("Today spent: " + money(currency.spentToday, code)));
         details.push_back(
-            MenuItem::informational("Granted: " + money(parseAmount(info.grantedBalance), code)));
-        details.push_back(
-            MenuItem::informational("Topped up: " + money(parseAmount(info.toppedUpBalance), code)));
-        details.push_back(
-            MenuItem::informational("Today spent: " + money(m_baselines.spentToday(current, code), code)));
-        details.push_back(MenuItem::informational(
-            "Since baseline: " + money(m_baselines.spentSinceBaseline(current, code), code)));
-        details.push_back(MenuItem::informational(
-            isHealthyBalance(current, code) ? "\xF0\x9F\x9F\xA2 Balance looks healthy"
-                                            : std::string(StatusTitle::kLowMark) + " Low balance warning"));
+            MenuItem::informational("Since baseline: " + money(currency.spentSinceBaseline, code)));
+        details.push_back(MenuItem::informational(currency.healthy ? "\xF0\x9F\x9F\xA2 Balance looks healthy"
+                                                                   : std::string(StatusTitle::kLowMark) +
+                                                                         " Low balance warning"));
         details.push_back(MenuItem::separator());
     }
     details.push_back(
-        MenuItem::informational(response.isAvailable ? "API status: ready" : "API status: no balance"));
-    details.push_back(MenuItem::informational("Updated: " + m_cards.lastUpdatedText(state.lastUpdatedAt)));
+        MenuItem::informational(facts.isAvailable ? "API status: ready" : "API status: no balance"));
+    details.push_back(MenuItem::informational("Updated: " + m_cards.lastUpdatedText(facts.updatedAt)));
     return MenuItem::submenuItem("Details", std::move(details));
 }
 

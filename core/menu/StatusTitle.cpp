@@ -1,8 +1,5 @@
 #include "menu/StatusTitle.h"
 
-#include "balance/ParseAmount.h"
-#include "balance/PreferredBalance.h"
-
 namespace quorvane {
 
 namespace {
@@ -43,17 +40,17 @@ StatusTitle StatusTitle::of(State state, std::string_view appMark) {
     return StatusTitle(appMark, std::string(textOf(state)), state);
 }
 
-StatusTitle StatusTitle::forResponse(const BalanceResponse& response, std::string_view appMark,
-                                     const Formatter& formatter) {
-    const std::optional<BalanceInfo> preferred = preferredBalance(response);
-    if (!preferred) {
+StatusTitle StatusTitle::forFacts(const RefreshFacts& facts, std::string_view appMark,
+                                  const Formatter& formatter) {
+    const CurrencyFacts* preferred = facts.preferred();
+    if (preferred == nullptr) {
         return of(State::NoBalance, appMark);
     }
-    const Decimal balance = parseAmount(preferred->totalBalance);
-    const bool healthy = isHealthyBalance(balance, preferred->currency);
+    const Decimal& balance = preferred->remaining;
     const std::string amount =
         formatter.currency(balance, preferred->currency, kTitleFractionDigits).value_or(balance.toString());
-    return StatusTitle(healthy ? appMark : kLowMark, " " + amount, healthy ? State::Healthy : State::Low);
+    return StatusTitle(preferred->healthy ? appMark : kLowMark, " " + amount,
+                       preferred->healthy ? State::Healthy : State::Low);
 }
 
 } // namespace quorvane

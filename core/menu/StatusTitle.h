@@ -1,8 +1,8 @@
 // The menu-bar title as its parts: a one-character mark, the text after it, and the state they show.
 #pragma once
 
-#include "balance/BalanceResponse.h"
 #include "platform/Formatter.h"
+#include "tracking/RefreshFacts.h"
 
 #include <string>
 #include <string_view>
@@ -33,8 +33,8 @@ public:
 
     // The title after a successful refresh: the preferred balance with at most
     // two fraction digits, marked low at or below its currency's threshold.
-    static StatusTitle forResponse(const BalanceResponse& response, std::string_view appMark,
-                                   const Formatter& formatter);
+    static StatusTitle forFacts(const RefreshFacts& facts, std::string_view appMark,
+                                const Formatter& formatter);
 
     const std::string& mark() const { return m_mark; }
     // Everything after the mark, starting with its blank.

@@ -36,8 +36,10 @@ TEST(MenuJsonValueTest, TimestampsAndNumbersAreAlwaysValidJson) {
 
 TEST(StatusJsonTest, TheDocumentIsOneWaybarObjectWhoseClassFollowsTheTitlesState) {
     const IcuFormatter formatter("en_US");
-    const BalanceResponse low{true, {{"USD", "0.50", "0", "0.50"}}};
-    EXPECT_EQ(text(StatusJson::document(StatusTitle::forResponse(low, kWhale, formatter),
+    RefreshFacts low;
+    low.currencies.push_back({"USD", Decimal::parseExact("0.50").value(), {}, {}, {}, {}, false});
+    low.preferredIndex = 0;
+    EXPECT_EQ(text(StatusJson::document(StatusTitle::forFacts(low, kWhale, formatter),
                                         "Quorvane\nUSD remaining: $0.50")),
               R"({"text":")" + kWarning +
                   R"( $0.50","tooltip":"Quorvane\nUSD remaining: $0.50","class":"low"})");

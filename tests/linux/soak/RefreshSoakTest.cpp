@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <map>
@@ -49,8 +50,15 @@ void expectSettled(const AppDelegate& delegate, const SoakRig& rig, const SoakAn
             EXPECT_EQ(response.balanceInfos[i].currency, answer.totals[i].first);
             EXPECT_EQ(response.balanceInfos[i].totalBalance, answer.totals[i].second);
         }
-        EXPECT_EQ(rig.statusItem.title(),
-                  StatusTitle::forResponse(response, delegate.appMark(), rig.formatter).full());
+        // The first USD entry, else the first, to whole cents, after either mark.
+        const auto usd = std::find_if(answer.totals.begin(), answer.totals.end(),
+                                      [](const auto& total) { return total.first == "USD"; });
+        const auto& [code, total] = usd != answer.totals.end() ? *usd : answer.totals.front();
+        const std::string amount = rig.formatter.currency(Decimal::parse(total).value(), code, 2).value();
+        const std::string& title = rig.statusItem.title();
+        EXPECT_TRUE(title == delegate.appMark() + " " + amount ||
+                    title == std::string(StatusTitle::kLowMark) + " " + amount)
+            << title;
         ASSERT_TRUE(delegate.lastUpdatedAt().has_value());
         EXPECT_EQ(delegate.lastUpdatedAt()->unixSeconds(), rig.clock.now().unixSeconds());
     } else {
