@@ -67,8 +67,6 @@ public:
     const std::optional<BalanceResponse>& lastResponse() const { return m_lastResponse; }
     const std::optional<std::string>& lastError() const { return m_lastError; }
     const std::optional<Timestamp>& lastUpdatedAt() const { return m_lastUpdatedAt; }
-    // What the last response means, as the title, menu and summary show it.
-    const std::optional<RefreshFacts>& facts() const { return m_facts; }
     bool isRefreshing() const { return m_isRefreshing; }
     bool hasRefreshTimer() const { return m_refreshTimer != nullptr; }
     bool autoRefreshEnabled() const;

@@ -13,8 +13,8 @@
 
 namespace quorvane {
 
-// What the menu shows is a function of this state plus the stored settings,
-// baselines and history at the moment of the build.
+// What the menu shows is a function of this state plus the stored settings
+// and history at the moment of the build; the spend comes with the facts.
 struct MenuState {
     // Present after a successful refresh, until a failure or a removed key.
     const std::optional<RefreshFacts>& facts;

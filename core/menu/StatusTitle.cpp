@@ -33,10 +33,6 @@ StatusTitle::StatusTitle(std::string_view mark, std::string text, State state)
     , m_state(state) {}
 
 StatusTitle StatusTitle::of(State state, std::string_view appMark) {
-    // A balance state without its balance reads as no balance.
-    if (state == State::Healthy || state == State::Low) {
-        state = State::NoBalance;
-    }
     return StatusTitle(appMark, std::string(textOf(state)), state);
 }
 

@@ -28,7 +28,7 @@ public:
     static constexpr std::string_view kLowMark = "\xE2\x9A\xA0\xEF\xB8\x8F"; // ⚠️ U+26A0 U+FE0F
     static constexpr std::string_view kToolTip = "Quorvane";
 
-    // Every state but the two that show a balance, after the app's mark.
+    // A state that shows no balance (not Healthy or Low), after the app's mark.
     static StatusTitle of(State state, std::string_view appMark);
 
     // The title after a successful refresh: the preferred balance with at most
