@@ -7,27 +7,23 @@
 
 #include <benchmark/benchmark.h>
 
-#include <string>
-
 namespace quorvane {
 namespace {
 
-const std::string kZone = "UTC";
-
 // The dashboard's chart with a full series of one currency, samples a minute apart.
-UsageChartView fullChart() {
-    UsageChartView view(CardFactory::kChartFrame);
-    view.setPoints(
-        SampleSeries::usd(BalanceHistory::kSeriesLength, Timestamp::fromUnixSeconds(1795338000.0), 60.0));
-    return view;
+UsageChartView fullChart(const Formatter& formatter) {
+    return UsageChartView(CardFactory::kChartFrame,
+                          ChartModel(SampleSeries::usd(BalanceHistory::kSeriesLength,
+                                                       Timestamp::fromUnixSeconds(1795338000.0), 60.0),
+                                     NamedColor{ColorName::SystemTeal, 1.0}, formatter, "UTC"));
 }
 
 void drawChart(benchmark::State& state) {
     const IcuFormatter formatter("en_US");
-    const UsageChartView view = fullChart();
+    const UsageChartView view = fullChart(formatter);
     NullCanvas canvas;
     for (auto _ : state) {
-        view.draw(canvas, formatter, kZone);
+        view.draw(canvas);
     }
 }
 BENCHMARK(drawChart)->Unit(benchmark::kMicrosecond);
@@ -36,11 +32,11 @@ BENCHMARK(drawChart)->Unit(benchmark::kMicrosecond);
 // whose time and amount are formatted on every paint.
 void drawChartHovered(benchmark::State& state) {
     const IcuFormatter formatter("en_US");
-    UsageChartView view = fullChart();
-    view.mouseMoved(*view.pointerLocation(20), formatter, kZone);
+    UsageChartView view = fullChart(formatter);
+    view.mouseMoved(*view.pointerLocation(20));
     NullCanvas canvas;
     for (auto _ : state) {
-        view.draw(canvas, formatter, kZone);
+        view.draw(canvas);
     }
     if (view.hoveredIndex() != 20) {
         state.SkipWithError("the pointer did not pick the sample");
@@ -52,11 +48,11 @@ BENCHMARK(drawChartHovered)->Unit(benchmark::kMicrosecond);
 // changes as it does under a real pointer.
 void hoverChart(benchmark::State& state) {
     const IcuFormatter formatter("en_US");
-    UsageChartView view = fullChart();
+    UsageChartView view = fullChart(formatter);
     const Rect plot = view.bounds().insetBy(12.0, 12.0);
     double x = plot.minX();
     for (auto _ : state) {
-        view.mouseMoved(Point{x, plot.minY() + plot.height / 2}, formatter, kZone);
+        view.mouseMoved(Point{x, plot.minY() + plot.height / 2});
         x = x + 7.0 < plot.maxX() ? x + 7.0 : plot.minX();
     }
     if (!view.toolTip()) {

@@ -20,13 +20,13 @@
 namespace quorvane {
 
 // Made at the application delegate's construction, before launch completes,
-// so the status item is in the menu bar from the start. The formatter and the
-// clock come first: the status item's menus refer to them.
+// so the status item is in the menu bar from the start. The formatter comes
+// first: the charts of the status item's menus format their tooltips with it.
 class MacPlatform {
 public:
     // Menu commands are sent to `menuTarget`, held weakly.
     explicit MacPlatform(id menuTarget)
-        : m_statusItem(menuTarget, m_formatter, m_clock) {}
+        : m_statusItem(menuTarget) {}
 
     MacPlatform(const MacPlatform&) = delete;
     MacPlatform& operator=(const MacPlatform&) = delete;

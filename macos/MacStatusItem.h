@@ -2,8 +2,6 @@
 #pragma once
 
 #include "menu/StatusItem.h"
-#include "platform/Clock.h"
-#include "platform/Formatter.h"
 
 #include <memory>
 #include <objc/objc.h>
@@ -18,9 +16,8 @@ namespace quorvane {
 // change of the core's tree empties it and fills it with new items.
 class MacStatusItem : public StatusItem {
 public:
-    // Menu commands are sent to `menuTarget`, which is held weakly. The
-    // formatter and clock serve the dashboard's chart and must outlive this.
-    MacStatusItem(id menuTarget, const Formatter& formatter, const Clock& clock);
+    // Menu commands are sent to `menuTarget`, which is held weakly.
+    explicit MacStatusItem(id menuTarget);
     ~MacStatusItem() override;
 
     MacStatusItem(const MacStatusItem&) = delete;

@@ -13,11 +13,11 @@ struct MacStatusItem::Impl {
     QVMenuRenderer* renderer;
 };
 
-MacStatusItem::MacStatusItem(id menuTarget, const Formatter& formatter, const Clock& clock)
+MacStatusItem::MacStatusItem(id menuTarget)
     : m_impl(std::make_unique<Impl>()) {
     m_impl->statusItem = [[NSStatusBar systemStatusBar] statusItemWithLength:NSVariableStatusItemLength];
     m_impl->menu = [[NSMenu alloc] initWithTitle:@""];
-    m_impl->renderer = [[QVMenuRenderer alloc] initWithTarget:menuTarget formatter:formatter clock:clock];
+    m_impl->renderer = [[QVMenuRenderer alloc] initWithTarget:menuTarget];
 }
 
 MacStatusItem::~MacStatusItem() = default;

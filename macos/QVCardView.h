@@ -2,8 +2,6 @@
 #pragma once
 
 #include "menu/Card.h"
-#include "platform/Clock.h"
-#include "platform/Formatter.h"
 
 #import <AppKit/AppKit.h>
 
@@ -14,9 +12,7 @@ NS_ASSUME_NONNULL_BEGIN
 // state: the menu replaces the whole card at every rebuild.
 @interface QVCardView : NSView
 
-- (instancetype)initWithCard:(const quorvane::Card&)card
-                   formatter:(const quorvane::Formatter&)formatter
-                       clock:(const quorvane::Clock&)clock NS_DESIGNATED_INITIALIZER;
+- (instancetype)initWithCard:(const quorvane::Card&)card NS_DESIGNATED_INITIALIZER;
 
 - (instancetype)init NS_UNAVAILABLE;
 - (instancetype)initWithFrame:(NSRect)frameRect NS_UNAVAILABLE;

@@ -26,9 +26,7 @@ NSTextField* labelField(const quorvane::CardLabel& label) {
 
 @implementation QVCardView
 
-- (instancetype)initWithCard:(const quorvane::Card&)card
-                   formatter:(const quorvane::Formatter&)formatter
-                       clock:(const quorvane::Clock&)clock {
+- (instancetype)initWithCard:(const quorvane::Card&)card {
     self = [super initWithFrame:NSMakeRect(0, 0, card.size.width, card.size.height)];
     if (self != nil) {
         // In the card's order: later subviews draw above earlier ones.
@@ -36,7 +34,7 @@ NSTextField* labelField(const quorvane::CardLabel& label) {
             if (const auto* label = std::get_if<quorvane::CardLabel>(&subview)) {
                 [self addSubview:labelField(*label)];
             } else if (const auto* chart = std::get_if<quorvane::UsageChartView>(&subview)) {
-                [self addSubview:[[QVChartView alloc] initWithChart:*chart formatter:formatter clock:clock]];
+                [self addSubview:[[QVChartView alloc] initWithChart:*chart]];
             }
         }
     }

@@ -2,8 +2,6 @@
 #pragma once
 
 #include "chart/UsageChartView.h"
-#include "platform/Clock.h"
-#include "platform/Formatter.h"
 
 #import <AppKit/AppKit.h>
 
@@ -11,12 +9,10 @@ NS_ASSUME_NONNULL_BEGIN
 
 // Forwards its size, the pointer (in its own flipped coordinates) and paint
 // requests to a copy of the core's chart; everything it shows, the tooltip
-// included, is the chart's. The formatter and clock must outlive the view.
+// included, is the chart's.
 @interface QVChartView : NSView
 
-- (instancetype)initWithChart:(const quorvane::UsageChartView&)chart
-                    formatter:(const quorvane::Formatter&)formatter
-                        clock:(const quorvane::Clock&)clock NS_DESIGNATED_INITIALIZER;
+- (instancetype)initWithChart:(const quorvane::UsageChartView&)chart NS_DESIGNATED_INITIALIZER;
 
 - (instancetype)init NS_UNAVAILABLE;
 - (instancetype)initWithFrame:(NSRect)frameRect NS_UNAVAILABLE;

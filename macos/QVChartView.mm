@@ -8,20 +8,14 @@
 @implementation QVChartView {
     // Engaged from the end of the initializer on; empty only while NSView's own initializer runs.
     std::optional<quorvane::UsageChartView> m_chart;
-    const quorvane::Formatter* m_formatter;
-    const quorvane::Clock* m_clock;
     NSTrackingArea* m_trackingArea;
 }
 
-- (instancetype)initWithChart:(const quorvane::UsageChartView&)chart
-                    formatter:(const quorvane::Formatter&)formatter
-                        clock:(const quorvane::Clock&)clock {
+- (instancetype)initWithChart:(const quorvane::UsageChartView&)chart {
     const quorvane::Rect& chartFrame = chart.frame();
     self = [super initWithFrame:NSMakeRect(chartFrame.x, chartFrame.y, chartFrame.width, chartFrame.height)];
     if (self != nil) {
         m_chart.emplace(chart);
-        m_formatter = &formatter;
-        m_clock = &clock;
         [self forwardBoundsSize];
         if (m_chart->needsDisplay()) {
             self.needsDisplay = YES;
@@ -70,7 +64,7 @@
 // The chart is the only one that answers the pointer here, so the events go no further up the chain.
 - (void)mouseMoved:(NSEvent*)event {
     const NSPoint location = [self convertPoint:event.locationInWindow fromView:nil];
-    m_chart->mouseMoved(quorvane::Point{location.x, location.y}, *m_formatter, m_clock->timeZoneId());
+    m_chart->mouseMoved(quorvane::Point{location.x, location.y});
     [self showChartState];
 }
 
@@ -91,7 +85,7 @@
 - (void)drawRect:(NSRect)dirtyRect {
     [super drawRect:dirtyRect];
     quorvane::MacCanvas canvas;
-    m_chart->draw(canvas, *m_formatter, m_clock->timeZoneId());
+    m_chart->draw(canvas);
     m_chart->clearNeedsDisplay();
 }
 

@@ -2,8 +2,6 @@
 #pragma once
 
 #include "menu/MenuItem.h"
-#include "platform/Clock.h"
-#include "platform/Formatter.h"
 
 #import <AppKit/AppKit.h>
 #include <vector>
@@ -12,13 +10,10 @@ NS_ASSUME_NONNULL_BEGIN
 
 // Command and choice items send the selector the core names for their command
 // to the target, held weakly; the menu's automatic enabling stays on, so an
-// item is enabled exactly when the target answers its action. The formatter
-// and clock (which the chart in the dashboard card uses) must outlive the menus.
+// item is enabled exactly when the target answers its action.
 @interface QVMenuRenderer : NSObject
 
-- (instancetype)initWithTarget:(id)target
-                     formatter:(const quorvane::Formatter&)formatter
-                         clock:(const quorvane::Clock&)clock NS_DESIGNATED_INITIALIZER;
+- (instancetype)initWithTarget:(id)target NS_DESIGNATED_INITIALIZER;
 
 - (instancetype)init NS_UNAVAILABLE;
 

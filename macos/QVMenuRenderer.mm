@@ -8,18 +8,12 @@
 
 @implementation QVMenuRenderer {
     __weak id m_target;
-    const quorvane::Formatter* m_formatter;
-    const quorvane::Clock* m_clock;
 }
 
-- (instancetype)initWithTarget:(id)target
-                     formatter:(const quorvane::Formatter&)formatter
-                         clock:(const quorvane::Clock&)clock {
+- (instancetype)initWithTarget:(id)target {
     self = [super init];
     if (self != nil) {
         m_target = target;
-        m_formatter = &formatter;
-        m_clock = &clock;
     }
     return self;
 }
@@ -56,7 +50,7 @@
         menuItem.submenu = submenu;
     }
     if (item.card) {
-        menuItem.view = [[QVCardView alloc] initWithCard:*item.card formatter:*m_formatter clock:*m_clock];
+        menuItem.view = [[QVCardView alloc] initWithCard:*item.card];
     }
     return menuItem;
 }

@@ -25,7 +25,6 @@ public:
 
     const Rect& bounds() const { return m_bounds; }
     const Rect& plotRect() const { return m_plotRect; }
-    std::size_t sampleCount() const { return m_balances.size(); }
     // A line needs two samples; with fewer the chart shows its placeholder.
     bool hasSeries() const { return m_balances.size() >= 2; }
 

@@ -5,7 +5,7 @@
 namespace quorvane {
 
 ChartTexts::ChartTexts(const Formatter& formatter, std::string timeZoneId)
-    : m_formatter(formatter)
+    : m_formatter(&formatter)
     , m_timeZoneId(std::move(timeZoneId)) {}
 
 std::optional<std::string> ChartTexts::tooltipText(const std::vector<BalancePoint>& points,
@@ -19,7 +19,7 @@ std::optional<std::string> ChartTexts::tooltipText(const std::vector<BalancePoin
     // Separate appends, not a literal prepended to a temporary, which g++ 12 at
     // -O3 misreads as an overlapping copy (-Wrestrict).
     text += "\nTime: ";
-    text += m_formatter.dateTime(point.timestamp, DateStyle::Short, TimeStyle::Medium, m_timeZoneId);
+    text += m_formatter->dateTime(point.timestamp, DateStyle::Short, TimeStyle::Medium, m_timeZoneId);
     if (position > 0) {
         text += '\n';
         text += changeLine(points[position - 1].balance, point.balance);
@@ -28,12 +28,12 @@ std::optional<std::string> ChartTexts::tooltipText(const std::vector<BalancePoin
 }
 
 std::string ChartTexts::compactTooltipText(const BalancePoint& point) const {
-    return m_formatter.dateTime(point.timestamp, DateStyle::None, TimeStyle::Short, m_timeZoneId) + "  " +
+    return m_formatter->dateTime(point.timestamp, DateStyle::None, TimeStyle::Short, m_timeZoneId) + "  " +
            formatDecimal(point.balance);
 }
 
 std::string ChartTexts::formatDecimal(const Decimal& amount) const {
-    return m_formatter.decimal(amount, 4).value_or(amount.toString());
+    return m_formatter->decimal(amount, 4).value_or(amount.toString());
 }
 
 std::string ChartTexts::changeLine(const Decimal& previous, const Decimal& current) const {

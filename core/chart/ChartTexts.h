@@ -32,7 +32,8 @@ public:
 private:
     std::string changeLine(const Decimal& previous, const Decimal& current) const;
 
-    const Formatter& m_formatter;
+    // A pointer, not a reference, so the chart's model stays assignable.
+    const Formatter* m_formatter;
     std::string m_timeZoneId;
 };
 

@@ -1,9 +1,10 @@
 #include "chart/UsageChartView.h"
 
 #include "chart/ChartGeometry.h"
-#include "chart/ChartTexts.h"
 #include "values/Font.h"
 #include "values/Path.h"
+
+#include <utility>
 
 namespace quorvane {
 
@@ -32,17 +33,17 @@ constexpr NamedColor kBubbleTextColor{ColorName::Label, 1.0};
 
 } // namespace
 
-UsageChartView::UsageChartView(const Rect& frame)
+UsageChartView::UsageChartView(const Rect& frame, ChartModel model)
     : m_frame(frame)
-    , m_boundsSize{frame.width, frame.height} {}
+    , m_boundsSize{frame.width, frame.height}
+    , m_model(std::move(model)) {}
 
 std::optional<Point> UsageChartView::pointerLocation(std::int64_t index) const {
-    return ChartGeometry(bounds(), m_points).pointerLocation(index);
+    return ChartGeometry(bounds(), m_model.points()).pointerLocation(index);
 }
 
-void UsageChartView::mouseMoved(Point locationInView, const Formatter& formatter,
-                                const std::string& timeZoneId) {
-    const ChartGeometry geometry(bounds(), m_points);
+void UsageChartView::mouseMoved(Point locationInView) {
+    const ChartGeometry geometry(bounds(), m_model.points());
     if (!geometry.hasSeries()) {
         return;
     }
@@ -54,7 +55,7 @@ void UsageChartView::mouseMoved(Point locationInView, const Formatter& formatter
     // bubble's time and amount are formatted afresh as the pointer moves.
     m_hoveredIndex = geometry.nearestIndex(locationInView.x);
     m_needsDisplay = true;
-    m_toolTip = ChartTexts(formatter, timeZoneId).tooltipText(m_points, m_hoveredIndex);
+    m_toolTip = m_model.toolTip(m_hoveredIndex);
 }
 
 void UsageChartView::mouseExited() {
@@ -67,8 +68,8 @@ void UsageChartView::clearHover() {
     m_toolTip.reset();
 }
 
-void UsageChartView::draw(Canvas& canvas, const Formatter& formatter, const std::string& timeZoneId) const {
-    const ChartGeometry geometry(bounds(), m_points);
+void UsageChartView::draw(Canvas& canvas) const {
+    const ChartGeometry geometry(bounds(), m_model.points());
     canvas.setFillColor(kBackgroundColor);
     canvas.fill(Path::roundedRect(geometry.bounds(), kBackgroundRadius, kBackgroundRadius));
 
@@ -80,24 +81,22 @@ void UsageChartView::draw(Canvas& canvas, const Formatter& formatter, const std:
     }
 
     Path line = geometry.linePath();
-    canvas.setFillColor(m_accentColor.withAlpha(kFillAlpha));
+    canvas.setFillColor(m_model.accentColor().withAlpha(kFillAlpha));
     canvas.fill(geometry.fillOutline(line));
 
-    canvas.setStrokeColor(m_accentColor);
+    canvas.setStrokeColor(m_model.accentColor());
     line.setLineWidth(kLineWidth);
     line.setLineCap(LineCap::Round);
     line.setLineJoin(LineJoin::Round);
     canvas.stroke(line);
 
-    // A series replaced by a shorter one can leave the index behind.
-    if (m_hoveredIndex && *m_hoveredIndex >= 0 &&
-        *m_hoveredIndex < static_cast<std::int64_t>(geometry.sampleCount())) {
-        drawHoverMarker(canvas, geometry, *m_hoveredIndex, ChartTexts(formatter, timeZoneId));
+    if (m_hoveredIndex) {
+        drawHoverMarker(canvas, geometry, *m_hoveredIndex);
     }
 }
 
-void UsageChartView::drawHoverMarker(Canvas& canvas, const ChartGeometry& geometry, std::int64_t index,
-                                     const ChartTexts& texts) const {
+void UsageChartView::drawHoverMarker(Canvas& canvas, const ChartGeometry& geometry,
+                                     std::int64_t index) const {
     const std::optional<Point> sample = geometry.samplePosition(index);
     if (!sample) {
         return;
@@ -111,12 +110,12 @@ void UsageChartView::drawHoverMarker(Canvas& canvas, const ChartGeometry& geomet
     canvas.setStrokeColor(kGuideColor);
     canvas.stroke(guide);
 
-    canvas.setFillColor(m_accentColor);
+    canvas.setFillColor(m_model.accentColor());
     canvas.fill(
         Path::oval(Rect{sample->x - kDotRadius, sample->y - kDotRadius, 2 * kDotRadius, 2 * kDotRadius}));
 
     // Drawn last so that it covers the line, guide and dot where they meet.
-    const std::string text = texts.compactTooltipText(m_points[static_cast<std::size_t>(index)]);
+    const std::string text = m_model.bubbleText(index);
     const Size textSize = canvas.measureText(text, kBubbleFont);
     const Rect bubble = geometry.bubbleRect(sample->x, textSize.width);
     canvas.setFillColor(kBubbleColor);

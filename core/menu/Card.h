@@ -12,6 +12,8 @@ namespace quorvane {
 
 using CardSubview = std::variant<CardLabel, UsageChartView>;
 
+// Frames are AppKit's, in the card's unflipped space: origin at the card's
+// bottom left, y up. The chart draws in its own flipped space (see UsageChartView).
 struct Card {
     enum class Kind { Dashboard, Status };
 

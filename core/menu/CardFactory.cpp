@@ -2,6 +2,9 @@
 
 #include "balance/MoneyFormat.h"
 
+#include <utility>
+#include <vector>
+
 namespace quorvane {
 
 namespace {
@@ -31,15 +34,18 @@ Card CardFactory::dashboard(const RefreshFacts& facts) const {
 
     std::string balanceText = "No balance";
     std::string todayText = "Today -";
-    UsageChartView chart(kChartFrame);
+    std::vector<BalancePoint> points;
+    ColorName accent = ColorName::SystemTeal;
     if (preferred != nullptr) {
         const std::string& code = preferred->currency;
         balanceText = formatMoney(m_formatter, preferred->remaining, code);
         todayText = "Today " + formatMoney(m_formatter, preferred->spentToday, code);
-        chart.setPoints(m_history.history(code));
-        chart.setNeedsDisplay();
-        const ColorName accent = preferred->healthy ? ColorName::SystemTeal : ColorName::SystemOrange;
-        chart.setAccentColor(NamedColor{accent, 1.0});
+        points = m_history.history(code);
+        accent = preferred->healthy ? ColorName::SystemTeal : ColorName::SystemOrange;
+    }
+    UsageChartView chart(kChartFrame, ChartModel(std::move(points), NamedColor{accent, 1.0}, m_formatter,
+                                                 m_clock.timeZoneId()));
+    if (preferred != nullptr) {
         chart.setNeedsDisplay();
     }
 

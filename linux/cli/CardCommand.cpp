@@ -55,8 +55,8 @@ int CardCommand::run(const Invocation& invocation, CommandSession& session, Comm
         io.err << "quorvane card: the menu has no card to draw\n";
         return kNotDone;
     }
-    const CardImage::Drawing drawing = CardImage::draw(
-        *items.front().card, session.formatter(), session.clock(), invocation.hoverIndex, invocation.scale);
+    const CardImage::Drawing drawing =
+        CardImage::draw(*items.front().card, invocation.hoverIndex, invocation.scale);
     if (drawing.outcome == CardImage::Outcome::NoSuchSample) {
         io.err << "quorvane card: --hover " << *invocation.hoverIndex << ": " << drawing.message
                << "; see 'quorvane card --help'\n";

@@ -34,10 +34,9 @@ std::optional<QPointF> samplePosition(const ChartWidget* chart, std::int64_t ind
 
 } // namespace
 
-CardImage::Drawing CardImage::draw(const Card& card, const Formatter& formatter, const Clock& clock,
-                                   std::optional<std::int64_t> hoverIndex, int scale) {
+CardImage::Drawing CardImage::draw(const Card& card, std::optional<std::int64_t> hoverIndex, int scale) {
     Drawing drawing;
-    CardWidget widget(card, formatter, clock);
+    CardWidget widget(card);
     // Shown as far as Qt is concerned, so every child has its final size and
     // takes pointer events, yet never mapped on a screen.
     widget.setAttribute(Qt::WA_DontShowOnScreen);

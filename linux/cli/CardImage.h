@@ -2,8 +2,6 @@
 #pragma once
 
 #include "menu/Card.h"
-#include "platform/Clock.h"
-#include "platform/Formatter.h"
 
 #include <QImage>
 
@@ -27,9 +25,8 @@ public:
         std::string message;
     };
 
-    // Needs a QApplication. The formatter and clock are the ones the app uses.
-    static Drawing draw(const Card& card, const Formatter& formatter, const Clock& clock,
-                        std::optional<std::int64_t> hoverIndex, int scale);
+    // Needs a QApplication.
+    static Drawing draw(const Card& card, std::optional<std::int64_t> hoverIndex, int scale);
 };
 
 } // namespace quorvane

@@ -30,7 +30,7 @@ Qt::Alignment qtAlignment(TextAlignment alignment) {
 
 } // namespace
 
-CardWidget::CardWidget(const Card& card, const Formatter& formatter, const Clock& clock, QWidget* parent)
+CardWidget::CardWidget(const Card& card, QWidget* parent)
     : QWidget(parent) {
     setFixedSize(pixels(card.size.width), pixels(card.size.height));
     setAutoFillBackground(false);
@@ -40,7 +40,7 @@ CardWidget::CardWidget(const Card& card, const Formatter& formatter, const Clock
             addLabel(*label, card.size);
         } else {
             const auto& chart = std::get<UsageChartView>(subview);
-            auto* widget = new ChartWidget(chart, formatter, clock, this);
+            auto* widget = new ChartWidget(chart, this);
             widget->setGeometry(qtFrame(chart.frame(), card.size));
         }
     }

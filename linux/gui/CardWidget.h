@@ -2,8 +2,6 @@
 #pragma once
 
 #include "menu/Card.h"
-#include "platform/Clock.h"
-#include "platform/Formatter.h"
 
 #include <QRect>
 #include <QWidget>
@@ -11,13 +9,12 @@
 namespace quorvane {
 
 // Drawn 1 px to 1 pt at the card's size, with no background of its own so the
-// menu's shows through. The formatter and clock outlive the widget (the chart
-// formats its tooltip with them).
+// menu's shows through.
 class CardWidget : public QWidget {
     Q_OBJECT
 
 public:
-    CardWidget(const Card& card, const Formatter& formatter, const Clock& clock, QWidget* parent = nullptr);
+    explicit CardWidget(const Card& card, QWidget* parent = nullptr);
 
     // A frame given with the origin at the card's bottom left, in Qt's
     // top-left coordinates.

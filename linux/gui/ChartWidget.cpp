@@ -10,12 +10,9 @@
 
 namespace quorvane {
 
-ChartWidget::ChartWidget(UsageChartView chart, const Formatter& formatter, const Clock& clock,
-                         QWidget* parent)
+ChartWidget::ChartWidget(UsageChartView chart, QWidget* parent)
     : QWidget(parent)
-    , m_chart(std::move(chart))
-    , m_formatter(formatter)
-    , m_clock(clock) {
+    , m_chart(std::move(chart)) {
     // AppKit's tracking area reports moves with no button held; Qt does so only with tracking on.
     setMouseTracking(true);
     const Rect& frame = m_chart.frame();
@@ -30,7 +27,7 @@ void ChartWidget::resizeEvent(QResizeEvent* event) {
 
 void ChartWidget::mouseMoveEvent(QMouseEvent* event) {
     const QPointF position = event->position();
-    m_chart.mouseMoved(Point{position.x(), position.y()}, m_formatter, m_clock.timeZoneId());
+    m_chart.mouseMoved(Point{position.x(), position.y()});
     afterPointerEvent();
 }
 
@@ -43,7 +40,7 @@ void ChartWidget::leaveEvent(QEvent* event) {
 void ChartWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     QtCanvas canvas(painter, ColorPalette::forPalette(palette()));
-    m_chart.draw(canvas, m_formatter, m_clock.timeZoneId());
+    m_chart.draw(canvas);
     m_chart.clearNeedsDisplay();
 }
 

@@ -2,8 +2,6 @@
 #pragma once
 
 #include "chart/UsageChartView.h"
-#include "platform/Clock.h"
-#include "platform/Formatter.h"
 
 #include <QWidget>
 
@@ -11,13 +9,12 @@ namespace quorvane {
 
 // Everything the chart shows and every hover rule is the core's; this widget
 // only turns Qt's events into the view's calls and its requests for a redraw
-// and a tooltip into Qt's. The formatter and clock outlive the widget.
+// and a tooltip into Qt's.
 class ChartWidget : public QWidget {
     Q_OBJECT
 
 public:
-    ChartWidget(UsageChartView chart, const Formatter& formatter, const Clock& clock,
-                QWidget* parent = nullptr);
+    explicit ChartWidget(UsageChartView chart, QWidget* parent = nullptr);
 
     const UsageChartView& chart() const { return m_chart; }
 
@@ -31,8 +28,6 @@ private:
     void afterPointerEvent();
 
     UsageChartView m_chart;
-    const Formatter& m_formatter;
-    const Clock& m_clock;
 };
 
 } // namespace quorvane

@@ -31,15 +31,11 @@ Qt::WindowFlags flagsFor(MenuPanel::Role role) {
 
 } // namespace
 
-MenuPanel::MenuPanel(Role role, const Formatter& formatter, const Clock& clock,
-                     MenuRenderer::CommandHandler onCommand, QWidget* parent)
+MenuPanel::MenuPanel(Role role, MenuRenderer::CommandHandler onCommand, QWidget* parent)
     : QWidget(parent, flagsFor(role))
     , m_role(role)
-    , m_formatter(formatter)
-    , m_clock(clock)
     , m_onCommand(std::move(onCommand))
-    , m_submenuRenderer(formatter, clock,
-                        [this](MenuCommand command, std::int64_t tag) { choose(command, tag); })
+    , m_submenuRenderer([this](MenuCommand command, std::int64_t tag) { choose(command, tag); })
     , m_layout(new QVBoxLayout(this)) {
     setWindowTitle(QString::fromLatin1(kWindowTitle));
     // The panel itself holds the focus when it opens, as a menu does: no row
@@ -104,7 +100,7 @@ void MenuPanel::setMenu(const std::vector<MenuItem>& items) {
     for (const MenuItem& item : items) {
         if (item.kind == MenuItem::Kind::Card) {
             if (item.card) {
-                m_contents->layout()->addWidget(new CardWidget(*item.card, m_formatter, m_clock, m_contents));
+                m_contents->layout()->addWidget(new CardWidget(*item.card, m_contents));
             }
         } else {
             addRow(item);

@@ -3,8 +3,6 @@
 
 #include "gui/MenuRenderer.h"
 #include "menu/MenuItem.h"
-#include "platform/Clock.h"
-#include "platform/Formatter.h"
 
 #include <QMenu>
 #include <QPointer>
@@ -42,9 +40,7 @@ public:
         "To see the balance in the top bar, turn on the AppIndicator extension, "
         "or run 'quorvane status --json' from a bar such as waybar.";
 
-    // The formatter and clock outlive the panel (its chart uses them).
-    MenuPanel(Role role, const Formatter& formatter, const Clock& clock,
-              MenuRenderer::CommandHandler onCommand, QWidget* parent = nullptr);
+    MenuPanel(Role role, MenuRenderer::CommandHandler onCommand, QWidget* parent = nullptr);
     ~MenuPanel() override;
 
     Role role() const { return m_role; }
@@ -79,8 +75,6 @@ private:
     void closeIfInactive();
 
     Role m_role;
-    const Formatter& m_formatter;
-    const Clock& m_clock;
     MenuRenderer::CommandHandler m_onCommand;
     MenuRenderer m_submenuRenderer;
     QVBoxLayout* m_layout;

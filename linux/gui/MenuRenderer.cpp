@@ -7,10 +7,8 @@
 
 namespace quorvane {
 
-MenuRenderer::MenuRenderer(const Formatter& formatter, const Clock& clock, CommandHandler onCommand)
-    : m_formatter(formatter)
-    , m_clock(clock)
-    , m_onCommand(std::move(onCommand)) {}
+MenuRenderer::MenuRenderer(CommandHandler onCommand)
+    : m_onCommand(std::move(onCommand)) {}
 
 QString MenuRenderer::actionText(const std::string& title) {
     QString text = QString::fromStdString(title);
@@ -45,7 +43,7 @@ void MenuRenderer::addItems(const std::vector<MenuItem>& items, QMenu& target, Q
         case MenuItem::Kind::Card:
             if (item.card) {
                 auto* action = new QWidgetAction(&target);
-                action->setDefaultWidget(new CardWidget(*item.card, m_formatter, m_clock));
+                action->setDefaultWidget(new CardWidget(*item.card));
                 target.addAction(action);
             }
             break;

@@ -3,8 +3,6 @@
 
 #include "menu/MenuCommand.h"
 #include "menu/MenuItem.h"
-#include "platform/Clock.h"
-#include "platform/Formatter.h"
 
 #include <QKeySequence>
 #include <QMenu>
@@ -24,8 +22,7 @@ class MenuRenderer {
 public:
     using CommandHandler = std::function<void(MenuCommand command, std::int64_t tag)>;
 
-    // The formatter and clock outlive every menu rendered (the cards' charts use them).
-    MenuRenderer(const Formatter& formatter, const Clock& clock, CommandHandler onCommand);
+    explicit MenuRenderer(CommandHandler onCommand);
 
     void render(const std::vector<MenuItem>& items, QMenu& menu) const;
 
@@ -38,8 +35,6 @@ private:
     void addItems(const std::vector<MenuItem>& items, QMenu& target, QMenu& root) const;
     void addCommand(const MenuItem& item, QMenu& target, QMenu& root) const;
 
-    const Formatter& m_formatter;
-    const Clock& m_clock;
     CommandHandler m_onCommand;
 };
 

@@ -28,14 +28,11 @@ QtStatusItem::Presentation QtStatusItem::presentationFor(bool hosted, bool wayla
     return wayland ? Presentation::Window : Presentation::Strip;
 }
 
-QtStatusItem::QtStatusItem(const Formatter& formatter, const Clock& clock, QDBusConnection bus, bool wayland,
-                           QtTimerHold* timerHold)
-    : m_formatter(formatter)
-    , m_clock(clock)
-    , m_wayland(wayland)
+QtStatusItem::QtStatusItem(QDBusConnection bus, bool wayland, QtTimerHold* timerHold)
+    : m_wayland(wayland)
     , m_timerHold(timerHold)
     // Looked up when a command arrives, so menus rendered before the handler was set still reach it.
-    , m_renderer(formatter, clock, [this](MenuCommand command, std::int64_t tag) { perform(command, tag); })
+    , m_renderer([this](MenuCommand command, std::int64_t tag) { perform(command, tag); })
     , m_trayMenu([this](MenuCommand command, std::int64_t tag) { perform(command, tag); })
     , m_trayService(m_trayItem, m_trayMenu, std::move(bus)) {
     QObject::connect(&m_strip, &StatusStripWidget::clicked, &m_strip, [this] { popUpMenuUnderStrip(); });
@@ -149,8 +146,7 @@ void QtStatusItem::present() {
 MenuPanel& QtStatusItem::ensurePanel(std::unique_ptr<MenuPanel>& panel, MenuPanel::Role role) {
     if (!panel) {
         panel = std::make_unique<MenuPanel>(
-            role, m_formatter, m_clock,
-            [this](MenuCommand command, std::int64_t tag) { perform(command, tag); });
+            role, [this](MenuCommand command, std::int64_t tag) { perform(command, tag); });
         panel->setMenu(m_items);
         if (role == MenuPanel::Role::Window) {
             QObject::connect(panel.get(), &MenuPanel::closed, panel.get(),

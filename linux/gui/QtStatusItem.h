@@ -40,12 +40,10 @@ public:
     // `wayland`: the display server places every window itself.
     static Presentation presentationFor(bool hosted, bool wayland);
 
-    // Needs a QApplication. The formatter and clock outlive the item; commands
-    // reach the handler given later, once the delegate that performs them
+    // Needs a QApplication. Commands reach the handler given later, once the delegate that performs them
     // exists. A disconnected `bus` means no panel can ever host the item.
     // While its menu or dashboard is open, the item holds `timerHold` (if given).
-    QtStatusItem(const Formatter& formatter, const Clock& clock, QDBusConnection bus, bool wayland,
-                 QtTimerHold* timerHold = nullptr);
+    QtStatusItem(QDBusConnection bus, bool wayland, QtTimerHold* timerHold = nullptr);
     ~QtStatusItem() override;
     QtStatusItem(const QtStatusItem&) = delete;
     QtStatusItem& operator=(const QtStatusItem&) = delete;
@@ -78,8 +76,6 @@ private:
     void perform(MenuCommand command, std::int64_t tag);
     MenuPanel& ensurePanel(std::unique_ptr<MenuPanel>& panel, MenuPanel::Role role);
 
-    const Formatter& m_formatter;
-    const Clock& m_clock;
     const bool m_wayland;
     QtTimerHold* m_timerHold;
     MenuRenderer::CommandHandler m_onCommand;

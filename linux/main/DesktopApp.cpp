@@ -7,7 +7,7 @@
 namespace quorvane {
 
 DesktopApp::DesktopApp(LinuxServices& services, const SessionStores& stores)
-    : m_statusItem(services.formatter(), services.clock(), QDBusConnection::sessionBus(),
+    : m_statusItem(QDBusConnection::sessionBus(),
                    QGuiApplication::platformName().startsWith(QLatin1String("wayland")),
                    &services.timerHold()) {
     m_delegate = std::make_unique<AppDelegate>(

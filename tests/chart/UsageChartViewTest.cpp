@@ -27,12 +27,15 @@ std::vector<BalancePoint> hourly(const std::vector<const char*>& balances) {
 
 class UsageChartViewTest : public ::testing::Test {
 protected:
-    std::vector<std::string> drawn(const UsageChartView& view) const {
+    UsageChartView chart(const std::vector<const char*>& balances,
+                         NamedColor accent = {ColorName::SystemTeal, 1.0}) const {
+        return UsageChartView(kCardFrame, ChartModel(hourly(balances), accent, m_formatter, "UTC"));
+    }
+    static std::vector<std::string> drawn(const UsageChartView& view) {
         RecordingCanvas canvas;
-        view.draw(canvas, m_formatter, "UTC");
+        view.draw(canvas);
         return canvas.operations();
     }
-    void moveTo(UsageChartView& view, Point location) const { view.mouseMoved(location, m_formatter, "UTC"); }
 
     IcuFormatter m_formatter{"en_US"};
 };
@@ -55,17 +58,13 @@ TEST_F(UsageChartViewTest, DrawsBackgroundFillAndLineForASeries) {
          "stroke path M 12 40 L 280 26 w2.5 round round systemTeal@1"},
     };
     for (const Case& c : cases) {
-        UsageChartView view(kCardFrame);
-        view.setPoints(hourly(c.balances));
-        EXPECT_EQ(drawn(view), (std::vector<std::string>{kBackground, c.fill, c.line}));
+        EXPECT_EQ(drawn(chart(c.balances)), (std::vector<std::string>{kBackground, c.fill, c.line}));
     }
 }
 
 TEST_F(UsageChartViewTest, HoverMarkerFollowsTheLineInTheAccentColour) {
-    UsageChartView view(kCardFrame);
-    view.setPoints(hourly({"1", "5", "3", "2", "1"}));
-    view.setAccentColor({ColorName::SystemOrange, 0.8});
-    moveTo(view, {150, 39});
+    UsageChartView view = chart({"1", "5", "3", "2", "1"}, {ColorName::SystemOrange, 0.8});
+    view.mouseMoved({150, 39});
     EXPECT_EQ(drawn(view), (std::vector<std::string>{
                                kBackground,
                                "fill path M 12 40 L 79 12 L 146 26 L 213 33 L 280 40 L 280 40 L 12 40 Z "
@@ -78,7 +77,7 @@ TEST_F(UsageChartViewTest, HoverMarkerFollowsTheLineInTheAccentColour) {
                                "text \"12:13\u202fAM  3\" in 107 10 78 14 10 semibold label@1",
                            }));
     for (std::int64_t i = 0; i < 5; ++i) {
-        moveTo(view, *view.pointerLocation(i));
+        view.mouseMoved(*view.pointerLocation(i));
         EXPECT_EQ(view.hoveredIndex(), i);
     }
     EXPECT_EQ(view.pointerLocation(5), std::nullopt);
@@ -87,48 +86,37 @@ TEST_F(UsageChartViewTest, HoverMarkerFollowsTheLineInTheAccentColour) {
     EXPECT_EQ(atRightEdge[5], "fill roundedRect 192 6 92 22 r7 7 windowBackground@0.92");
 }
 
-TEST_F(UsageChartViewTest, FewerThanTwoSamplesShowOnlyThePlaceholder) {
-    UsageChartView view(kCardFrame);
-    EXPECT_EQ(drawn(view), (std::vector<std::string>{kBackground, kPlaceholder}));
-    view.setPoints(hourly({"3", "2", "1"}));
-    moveTo(view, {279, 20});
-    view.setPoints(hourly({"3"}));
-    EXPECT_EQ(view.hoveredIndex(), 2);
-    EXPECT_EQ(drawn(view), (std::vector<std::string>{kBackground, kPlaceholder}));
-    // A shorter series leaves the index behind; it draws no marker.
-    view.setPoints(hourly({"3", "2"}));
-    EXPECT_EQ(drawn(view).size(), 3u);
-}
-
-TEST_F(UsageChartViewTest, PointerPicksSamplesOnlyInsideThePlot) {
-    UsageChartView view(kCardFrame);
-    for (const auto& series : {hourly({}), hourly({"3"})}) {
-        view.setPoints(series);
-        moveTo(view, {146, 26});
+TEST_F(UsageChartViewTest, FewerThanTwoSamplesShowOnlyThePlaceholderAndIgnoreThePointer) {
+    for (const std::vector<const char*>& balances : {std::vector<const char*>{}, {"3"}}) {
+        UsageChartView view = chart(balances);
+        view.mouseMoved({146, 26});
         EXPECT_FALSE(view.needsDisplay());
         EXPECT_EQ(view.hoveredIndex(), std::nullopt);
         EXPECT_EQ(view.toolTip(), std::nullopt);
+        EXPECT_EQ(drawn(view), (std::vector<std::string>{kBackground, kPlaceholder}));
     }
+}
 
-    view.setPoints(hourly({"10", "9.5"}));
+TEST_F(UsageChartViewTest, PointerPicksSamplesOnlyInsideThePlot) {
+    UsageChartView view = chart({"10", "9.5"});
     EXPECT_FALSE(view.needsDisplay());
     for (const double y : {12.0, 39.9}) {
-        moveTo(view, {146, y});
+        view.mouseMoved({146, y});
         EXPECT_EQ(view.hoveredIndex(), 1);
         EXPECT_TRUE(view.needsDisplay());
         view.clearNeedsDisplay();
     }
     EXPECT_EQ(view.toolTip(), "USD balance: 9.5\nTime: 11/14/23, 11:13:20\u202fPM\nUsed since previous: 0.5");
-    moveTo(view, {145.9, 12});
+    view.mouseMoved({145.9, 12});
     EXPECT_EQ(view.hoveredIndex(), 0);
     EXPECT_EQ(view.toolTip(), "USD balance: 10\nTime: 11/14/23, 10:13:20\u202fPM");
 
-    moveTo(view, {146, 41});
+    view.mouseMoved({146, 41});
     EXPECT_EQ(view.hoveredIndex(), std::nullopt);
     EXPECT_EQ(view.toolTip(), std::nullopt);
     EXPECT_TRUE(view.needsDisplay());
 
-    moveTo(view, {12, 12});
+    view.mouseMoved({12, 12});
     view.clearNeedsDisplay();
     view.mouseExited();
     EXPECT_EQ(view.hoveredIndex(), std::nullopt);
@@ -136,10 +124,8 @@ TEST_F(UsageChartViewTest, PointerPicksSamplesOnlyInsideThePlot) {
     EXPECT_TRUE(view.needsDisplay());
 }
 
-TEST_F(UsageChartViewTest, HostMarksRedisplayAfterAssignments) {
-    UsageChartView view(kCardFrame);
-    view.setPoints(hourly({"2", "1"}));
-    view.setAccentColor({ColorName::SystemOrange, 1});
+TEST_F(UsageChartViewTest, HostMarksRedisplayAndSetsTheBounds) {
+    UsageChartView view = chart({"2", "1"}, {ColorName::SystemOrange, 1});
     EXPECT_FALSE(view.needsDisplay());
     view.setNeedsDisplay();
     EXPECT_TRUE(view.needsDisplay());

@@ -45,8 +45,8 @@ protected:
 TEST_F(CardImageTest, TheCardIsDrawnOnTheMenusBackgroundAndPointsAtItsSamples) {
     const Card card = dashboard({"110.00", "100.00", "105.00"});
 
-    const CardImage::Drawing plain = CardImage::draw(card, fake.formatter, fake.clock, std::nullopt, 2);
-    const CardImage::Drawing hovered = CardImage::draw(card, fake.formatter, fake.clock, 1, 2);
+    const CardImage::Drawing plain = CardImage::draw(card, std::nullopt, 2);
+    const CardImage::Drawing hovered = CardImage::draw(card, 1, 2);
 
     ASSERT_EQ(plain.outcome, CardImage::Outcome::Drawn);
     ASSERT_EQ(hovered.outcome, CardImage::Outcome::Drawn);
@@ -58,11 +58,11 @@ TEST_F(CardImageTest, TheCardIsDrawnOnTheMenusBackgroundAndPointsAtItsSamples) {
         differences(plain.image, hovered.image, QRect(36, 2 * (190 - 42 - 52), 584, 104));
     EXPECT_GT(inChart, 200) << "the marker, its guide line and the value bubble";
     EXPECT_EQ(elsewhere, 0);
-    EXPECT_NE(hovered.image, CardImage::draw(card, fake.formatter, fake.clock, 2, 2).image);
+    EXPECT_NE(hovered.image, CardImage::draw(card, 2, 2).image);
 }
 
 TEST_F(CardImageTest, AChartOfOneSampleHasNoLineToPointAt) {
-    EXPECT_EQ(CardImage::draw(dashboard({"1"}), fake.formatter, fake.clock, 0, 2).message,
+    EXPECT_EQ(CardImage::draw(dashboard({"1"}), 0, 2).message,
               "the chart has no sample 0; it draws no line to point at");
 }
 

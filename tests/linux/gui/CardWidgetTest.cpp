@@ -27,7 +27,7 @@ protected:
         delegate.refreshClicked();
         gui.fake.http.respond(200, body);
         const MenuItem item = delegate.dashboardItem(*delegate.lastResponse());
-        return std::make_unique<CardWidget>(*item.card, gui.fake.formatter, gui.fake.clock);
+        return std::make_unique<CardWidget>(*item.card);
     }
 
     static std::vector<ElidedLabel*> labels(const CardWidget& card) {
@@ -139,7 +139,7 @@ TEST_F(CardWidgetTest, TheWidestRealisticTextsFitTheirFramesInTheCardsFont) {
         gui.fake.http.respond(200, fit.body);
         gui.fake.clock.advance(59 * 60);
         const MenuItem item = delegate.dashboardItem(*delegate.lastResponse());
-        const CardWidget card(*item.card, gui.fake.formatter, gui.fake.clock);
+        const CardWidget card(*item.card);
         EXPECT_EQ(labels(card).at(fit.label)->text().toStdString(), fit.shown);
     }
 }

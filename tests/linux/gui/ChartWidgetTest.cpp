@@ -1,6 +1,5 @@
 #include "gui/ChartWidget.h"
 
-#include "fakes/FakeClock.h"
 #include "fakes/FakePlatform.h"
 #include "icu/IcuFormatter.h"
 #include "linux/EventLoopWait.h"
@@ -36,15 +35,14 @@ BalancePoint sample(double hoursAfterStart, const char* balance) {
 
 class ChartWidgetTest : public ::testing::Test {
 protected:
-    FakeClock clock{FakePlatform::kStart, "UTC"};
     IcuFormatter formatter{"en_US"};
     PaintCounter counter;
 
     // Shown at the card's size with the paints of showing it already done.
     std::unique_ptr<ChartWidget> shownChart(std::vector<BalancePoint> points) {
-        UsageChartView view(Rect{18, 42, 292, 52});
-        view.setPoints(std::move(points));
-        auto widget = std::make_unique<ChartWidget>(view, formatter, clock);
+        auto widget = std::make_unique<ChartWidget>(
+            UsageChartView(Rect{18, 42, 292, 52},
+                           ChartModel(std::move(points), {ColorName::SystemTeal, 1.0}, formatter, "UTC")));
         widget->move(40, 40);
         widget->installEventFilter(&counter);
         widget->show();

@@ -17,7 +17,7 @@ struct GuiFakePlatform {
     // Without a bus no panel can host the item: the strip, as on a bare X11 screen.
     explicit GuiFakePlatform(QDBusConnection bus = QDBusConnection(QStringLiteral("none")),
                              bool wayland = false)
-        : statusItem(fake.formatter, fake.clock, std::move(bus), wayland, &timerHold) {}
+        : statusItem(std::move(bus), wayland, &timerHold) {}
 
     FakePlatform fake;
     // Held by the item while its menu or dashboard is open.

@@ -21,8 +21,7 @@ class MenuPanelTest : public ::testing::Test {
 protected:
     GuiFakePlatform gui;
     AppDelegate delegate{gui.platform()};
-    MenuPanel panel{MenuPanel::Role::Popover, gui.fake.formatter, gui.fake.clock,
-                    [this](MenuCommand command, std::int64_t tag) {
+    MenuPanel panel{MenuPanel::Role::Popover, [this](MenuCommand command, std::int64_t tag) {
                         delegate.perform(command, tag);
                     }};
 
@@ -122,7 +121,7 @@ TEST_F(MenuPanelTest, ThePopoverClosesWhenAnotherWindowTakesTheFocus) {
 
 TEST(MenuPanelWindowTest, TheWindowShowsTheTitleAndHowToGetTheBalanceIntoTheTopBar) {
     GuiFakePlatform gui;
-    MenuPanel window(MenuPanel::Role::Window, gui.fake.formatter, gui.fake.clock, {});
+    MenuPanel window(MenuPanel::Role::Window, {});
     window.setTitle(QString::fromUtf8("\xF0\x9F\x90\x8B $12.50"));
     QStringList texts;
     for (const QLabel* label : window.findChildren<QLabel*>()) {

@@ -74,12 +74,10 @@ TEST_F(MenuRendererTest, ACommandReachesTheDelegateOnceTheMenuIsDoneWithTheClick
 }
 
 TEST(MenuRendererItemsTest, TitlesAreShownAsWrittenAndDisabledItemsStayDisabled) {
-    FakeClock clock;
-    IcuFormatter formatter{"en_US"};
     MenuItem disabled = MenuItem::commandItem("Later", MenuCommand::Refresh);
     disabled.enabled = false;
     QMenu menu;
-    MenuRenderer(formatter, clock, [](MenuCommand, std::int64_t) {})
+    MenuRenderer([](MenuCommand, std::int64_t) {})
         .render({MenuItem::informational("Fish & Chips: 2 && more"), MenuItem::separator(), disabled,
                  MenuItem::submenuItem("R&D", {MenuItem::choice("30 sec", 30, false)})},
                 menu);

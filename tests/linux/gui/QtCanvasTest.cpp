@@ -45,17 +45,17 @@ protected:
     QImage image{320, 80, QImage::Format_ARGB32};
 
     void draw(const std::vector<const char*>& balances) {
-        UsageChartView view(Rect{18, 42, 292, 52});
         std::vector<BalancePoint> points;
         for (std::size_t i = 0; i < balances.size(); ++i) {
             points.push_back(BalancePoint{FakePlatform::kStart.plusSeconds(600.0 * static_cast<double>(i)),
                                           "USD", Decimal::parse(balances[i]).value()});
         }
-        view.setPoints(points);
+        const UsageChartView view(Rect{18, 42, 292, 52},
+                                  ChartModel(points, {ColorName::SystemTeal, 1.0}, formatter, "UTC"));
         image.fill(Qt::transparent);
         QPainter painter(&image);
         QtCanvas canvas(painter, ColorPalette(Appearance::Light));
-        view.draw(canvas, formatter, "UTC");
+        view.draw(canvas);
     }
 
     static bool near(QRgb actual, QRgb expected, int tolerance) {
