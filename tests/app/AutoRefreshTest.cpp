@@ -1,7 +1,4 @@
-#include "app/AppDelegate.h"
-#include "fakes/FakePlatform.h"
-
-#include <gtest/gtest.h>
+#include "fakes/DelegateTest.h"
 
 #include <cmath>
 #include <limits>
@@ -9,11 +6,8 @@
 namespace quorvane {
 namespace {
 
-class AutoRefreshTest : public ::testing::Test {
+class AutoRefreshTest : public DelegateTest {
 protected:
-    FakePlatform fake;
-    AppDelegate delegate{fake.platform()};
-
     // The interval submenu's choices as "label:checked".
     std::vector<std::string> choices() const {
         std::vector<std::string> result;

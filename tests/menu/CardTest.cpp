@@ -1,8 +1,4 @@
-#include "app/AppDelegate.h"
-#include "fakes/BalanceBody.h"
-#include "fakes/FakePlatform.h"
-
-#include <gtest/gtest.h>
+#include "fakes/DelegateTest.h"
 
 namespace quorvane {
 namespace {
@@ -11,15 +7,10 @@ const CardLabel& labelAt(const Card& card, std::size_t index) {
     return std::get<CardLabel>(card.subviews.at(index));
 }
 
-class CardTest : public ::testing::Test {
+class CardTest : public DelegateTest {
 protected:
-    FakePlatform fake;
-    AppDelegate delegate{fake.platform()};
-
     Card dashboardFor(const std::string& body) {
-        fake.storeKey("sk-test");
-        delegate.refreshClicked();
-        fake.http.respond(200, body);
+        refreshWith(200, body);
         return *delegate.dashboardItem(*delegate.lastResponse()).card;
     }
 };

@@ -1,10 +1,6 @@
 #include "menu/KeyDialog.h"
 
-#include "app/AppDelegate.h"
-#include "fakes/BalanceBody.h"
-#include "fakes/FakePlatform.h"
-
-#include <gtest/gtest.h>
+#include "fakes/DelegateTest.h"
 
 namespace quorvane {
 namespace {
@@ -33,11 +29,7 @@ TEST(KeyDialogTest, TrimsWhiteSpaceAndLineBreaksAtBothEndsOnly) {
     }
 }
 
-class KeyCommandsTest : public ::testing::Test {
-protected:
-    FakePlatform fake;
-    AppDelegate delegate{fake.platform()};
-};
+using KeyCommandsTest = DelegateTest;
 
 TEST_F(KeyCommandsTest, SaveStoresTheTrimmedKeyResetsBaselinesThenRefreshes) {
     fake.storeKey("sk-old");

@@ -1,9 +1,5 @@
-#include "app/AppDelegate.h"
-#include "fakes/BalanceBody.h"
+#include "fakes/DelegateTest.h"
 #include "fakes/ExpectedMenu.h"
-#include "fakes/FakePlatform.h"
-
-#include <gtest/gtest.h>
 
 namespace quorvane {
 namespace {
@@ -14,19 +10,9 @@ const MenuNotation kText{"[card dashboard]", "", "\xE2\x9C\x93 ", "  ", [](std::
                          }};
 const std::string kCommands = expectedCommands(kText);
 
-class MenuTest : public ::testing::Test {
-protected:
-    FakePlatform fake;
-    AppDelegate delegate{fake.platform()};
-
-    void refreshWith(int status, const std::string& body) {
-        delegate.refreshClicked();
-        fake.http.respond(status, body);
-    }
-};
+using MenuTest = DelegateTest;
 
 TEST_F(MenuTest, TwoCurrenciesGiveTheWholeMenu) {
-    fake.storeKey("sk-test");
     refreshWith(200, balanceBody({{"CNY", "70.00"}, {"USD", "12.50"}}));
     fake.clock.advance(60);
     refreshWith(200, balanceBody({{"CNY", "69.5"}, {"USD", "0.75"}}));
@@ -79,7 +65,6 @@ TEST_F(MenuTest, TheTopSectionFollowsTheFourCases) {
 }
 
 TEST_F(MenuTest, AutoRefreshOffReadsOffInTheSummaryAndOffInSettings) {
-    fake.storeKey("sk-test");
     delegate.toggleAutoRefreshClicked();
     refreshWith(200, balanceBody({{"USD", "5"}}));
     const std::string text = fake.statusItem.menuText();
@@ -89,7 +74,6 @@ TEST_F(MenuTest, AutoRefreshOffReadsOffInTheSummaryAndOffInSettings) {
 }
 
 TEST_F(MenuTest, CommandsCarryTheirHandlersAndNothingAccumulatesOverRebuilds) {
-    fake.storeKey("sk-test");
     refreshWith(200, balanceBody({{"USD", "5"}}));
     const std::vector<MenuItem> first = fake.statusItem.menu();
     for (int i = 0; i < 20; ++i) {
@@ -119,7 +103,6 @@ TEST_F(MenuTest, CommandsCarryTheirHandlersAndNothingAccumulatesOverRebuilds) {
 }
 
 TEST_F(MenuTest, AmountsThatDoNotParseShowAsZeroAndLow) {
-    fake.storeKey("sk-test");
     refreshWith(200, balanceBody({{"USD", "n/a"}}));
     const std::string text = fake.statusItem.menuText();
     EXPECT_NE(text.find("  Remaining: $0.00\n"), std::string::npos);

@@ -1,24 +1,10 @@
-#include "app/AppDelegate.h"
-#include "fakes/BalanceBody.h"
-#include "fakes/FakePlatform.h"
+#include "fakes/DelegateTest.h"
 #include "menu/BalanceSummary.h"
-
-#include <gtest/gtest.h>
 
 namespace quorvane {
 namespace {
 
-class SummaryAndCommandsTest : public ::testing::Test {
-protected:
-    FakePlatform fake;
-    AppDelegate delegate{fake.platform()};
-
-    void refreshWith(int status, const std::string& body) {
-        fake.storeKey("sk-test");
-        delegate.refreshClicked();
-        fake.http.respond(status, body);
-    }
-};
+using SummaryAndCommandsTest = DelegateTest;
 
 TEST_F(SummaryAndCommandsTest, SummaryHasThreeForms) {
     EXPECT_EQ(delegate.balanceSummary(), "Quorvane has no balance data yet.");

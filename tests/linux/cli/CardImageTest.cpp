@@ -1,27 +1,19 @@
 // Drawing a card into an image with the desktop app's widgets, and pointing at a chart sample.
 #include "cli/CardImage.h"
 
-#include "app/AppDelegate.h"
-#include "fakes/BalanceBody.h"
-#include "fakes/FakePlatform.h"
+#include "fakes/DelegateTest.h"
 
 #include <QRect>
-#include <gtest/gtest.h>
 
 namespace quorvane {
 namespace {
 
-class CardImageTest : public ::testing::Test {
+class CardImageTest : public DelegateTest {
 protected:
-    FakePlatform fake;
-    AppDelegate delegate{fake.platform()};
-
     // The dashboard after one refresh per balance, a minute apart.
     Card dashboard(const std::vector<std::string>& balances) {
-        fake.storeKey("sk-test");
         for (const std::string& balance : balances) {
-            delegate.refreshClicked();
-            fake.http.respond(200, balanceBody({{"USD", balance}}));
+            refreshWith(200, balanceBody({{"USD", balance}}));
             fake.clock.advance(60.0);
         }
         return *delegate.menu().front().card;

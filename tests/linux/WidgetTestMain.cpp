@@ -1,4 +1,4 @@
-// Runs the command line's tests inside a QApplication, offscreen, as "quorvane card" draws.
+// Runs the widget and command-line tests inside a QApplication, offscreen unless a display is asked for.
 #include <QApplication>
 #include <gtest/gtest.h>
 
@@ -12,6 +12,7 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     QApplication app(argc, argv);
+    // As the program does once Qt has set the C locale to the user's: numbers keep a period.
     std::setlocale(LC_NUMERIC, "C");
     return RUN_ALL_TESTS();
 }
