@@ -29,7 +29,6 @@ public:
     // The platform repaints a resized view by itself, so this does not mark it.
     void setBoundsSize(Size size) { m_boundsSize = size; }
 
-    const ChartModel& model() const { return m_model; }
     const std::vector<BalancePoint>& points() const { return m_model.points(); }
     const NamedColor& accentColor() const { return m_model.accentColor(); }
 
