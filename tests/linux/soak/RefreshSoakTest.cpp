@@ -131,10 +131,12 @@ TEST(RefreshSoak, ThousandsOfRandomAnswersKeepTheStateConsistent) {
         EXPECT_EQ(rig.statusItem.titles().size(), titlesInFlight + 1);
         EXPECT_EQ(titlesInFlight, titlesBefore + (i == 0 ? 2U : 1U));
         // Qt may send an idempotent GET once more when the connection closes
-        // before any answer; that retry is Qt's, the refresh is still one.
+        // before the whole answer is in: with no answer at all, or with a head
+        // and only part of its body (seen once in 3000 under the sanitizers).
+        // That retry is Qt's; the refresh is still one, as the titles show.
         const qsizetype sent = server.requestHeads().size() - requests;
         requests = server.requestHeads().size();
-        if (answer.drop) {
+        if (answer.drop || answer.kind == SoakAnswer::Kind::TruncatedTransfer) {
             EXPECT_GE(sent, 1);
             EXPECT_LE(sent, 2);
         } else {
