@@ -40,9 +40,10 @@ public:
     // `wayland`: the display server places every window itself.
     static Presentation presentationFor(bool hosted, bool wayland);
 
-    // Needs a QApplication. Commands reach the handler given later, once the delegate that performs them
-    // exists. A disconnected `bus` means no panel can ever host the item.
-    // While its menu or dashboard is open, the item holds `timerHold` (if given).
+    // Needs a QApplication. Commands reach the handler given later, once the
+    // delegate that performs them exists. A disconnected `bus` means no panel
+    // can ever host the item. While its menu or dashboard is open, the item
+    // holds `timerHold` (if given).
     QtStatusItem(QDBusConnection bus, bool wayland, QtTimerHold* timerHold = nullptr);
     ~QtStatusItem() override;
     QtStatusItem(const QtStatusItem&) = delete;
