@@ -1,6 +1,7 @@
 #include "chart/UsageChartView.h"
 
 #include "fakes/RecordingCanvas.h"
+#include "fakes/UsdChart.h"
 #include "icu/IcuFormatter.h"
 
 #include <gtest/gtest.h>
@@ -10,26 +11,18 @@
 namespace quorvane {
 namespace {
 
-constexpr Rect kCardFrame{18, 42, 292, 52};
 constexpr const char* kBackground = "fill roundedRect 0 0 292 52 r10 10 controlBackground@0.55";
 constexpr const char* kPlaceholder =
     "text \"Usage graph appears after a few refreshes\" in 16 21 268 28 11 medium secondaryLabel@1";
 
-// Samples an hour apart from 2023-11-14 22:13:20 UTC.
-std::vector<BalancePoint> hourly(const std::vector<const char*>& balances) {
-    std::vector<BalancePoint> points;
-    for (const char* balance : balances) {
-        const double seconds = 1700000000 + 3600 * static_cast<double>(points.size());
-        points.push_back({Timestamp::fromUnixSeconds(seconds), "USD", Decimal::parse(balance).value()});
-    }
-    return points;
-}
+// The first sample's time, 2023-11-14 22:13:20 UTC; the rest follow an hour apart.
+const Timestamp kStart = Timestamp::fromUnixSeconds(1700000000);
 
 class UsageChartViewTest : public ::testing::Test {
 protected:
     UsageChartView chart(const std::vector<const char*>& balances,
                          NamedColor accent = {ColorName::SystemTeal, 1.0}) const {
-        return UsageChartView(kCardFrame, ChartModel(hourly(balances), accent, m_formatter, "UTC"));
+        return usdChart(m_formatter, kStart, 3600, balances, accent);
     }
     static std::vector<std::string> drawn(const UsageChartView& view) {
         RecordingCanvas canvas;
@@ -131,7 +124,7 @@ TEST_F(UsageChartViewTest, HostMarksRedisplayAndSetsTheBounds) {
     EXPECT_TRUE(view.needsDisplay());
 
     view.setBoundsSize({200, 40});
-    EXPECT_EQ(view.frame(), kCardFrame);
+    EXPECT_EQ(view.frame(), (Rect{18, 42, 292, 52}));
     EXPECT_EQ(view.bounds(), (Rect{0, 0, 200, 40}));
     EXPECT_EQ(drawn(view), (std::vector<std::string>{
                                "fill roundedRect 0 0 200 40 r10 10 controlBackground@0.55",

@@ -1,6 +1,7 @@
 #include "gui/ChartWidget.h"
 
 #include "fakes/FakePlatform.h"
+#include "fakes/UsdChart.h"
 #include "icu/IcuFormatter.h"
 #include "linux/EventLoopWait.h"
 
@@ -28,21 +29,16 @@ protected:
     }
 };
 
-BalancePoint sample(double hoursAfterStart, const char* balance) {
-    return BalancePoint{FakePlatform::kStart.plusSeconds(hoursAfterStart * 3600), "USD",
-                        Decimal::parse(balance).value()};
-}
-
 class ChartWidgetTest : public ::testing::Test {
 protected:
     IcuFormatter formatter{"en_US"};
     PaintCounter counter;
 
     // Shown at the card's size with the paints of showing it already done.
-    std::unique_ptr<ChartWidget> shownChart(std::vector<BalancePoint> points) {
-        auto widget = std::make_unique<ChartWidget>(
-            UsageChartView(Rect{18, 42, 292, 52},
-                           ChartModel(std::move(points), {ColorName::SystemTeal, 1.0}, formatter, "UTC")));
+    // Samples an hour apart.
+    std::unique_ptr<ChartWidget> shownChart(const std::vector<const char*>& balances) {
+        auto widget =
+            std::make_unique<ChartWidget>(usdChart(formatter, FakePlatform::kStart, 3600, balances));
         widget->move(40, 40);
         widget->installEventFilter(&counter);
         widget->show();
@@ -55,7 +51,7 @@ protected:
 };
 
 TEST_F(ChartWidgetTest, ThePointerPicksTheNearestSampleAndItsTooltipAndLeavingClearsThem) {
-    const auto widget = shownChart({sample(0, "10"), sample(1, "9.5")});
+    const auto widget = shownChart({"10", "9.5"});
     ASSERT_EQ(widget->size(), QSize(292, 52));
     auto redrawn = [this] {
         return QTest::qWaitFor([this] { return counter.paints > 0; });
@@ -105,7 +101,7 @@ TEST_F(ChartWidgetTest, ThePointerPicksTheNearestSampleAndItsTooltipAndLeavingCl
 }
 
 TEST_F(ChartWidgetTest, ASingleSampleIgnoresThePointer) {
-    const auto widget = shownChart({sample(0, "10")});
+    const auto widget = shownChart({"10"});
     QTest::mouseMove(widget.get(), QPoint(100, 20));
     EXPECT_EQ(widget->chart().hoveredIndex(), std::nullopt);
     EXPECT_EQ(widget->toolTip(), QString());

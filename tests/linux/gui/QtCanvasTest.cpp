@@ -1,6 +1,7 @@
 #include "gui/QtCanvas.h"
 
 #include "fakes/FakePlatform.h"
+#include "fakes/UsdChart.h"
 #include "gui/ColorPalette.h"
 #include "gui/EmojiTextLayout.h"
 #include "icu/IcuFormatter.h"
@@ -44,14 +45,9 @@ protected:
     IcuFormatter formatter{"en_US"};
     QImage image{320, 80, QImage::Format_ARGB32};
 
+    // Samples ten minutes apart.
     void draw(const std::vector<const char*>& balances) {
-        std::vector<BalancePoint> points;
-        for (std::size_t i = 0; i < balances.size(); ++i) {
-            points.push_back(BalancePoint{FakePlatform::kStart.plusSeconds(600.0 * static_cast<double>(i)),
-                                          "USD", Decimal::parse(balances[i]).value()});
-        }
-        const UsageChartView view(Rect{18, 42, 292, 52},
-                                  ChartModel(points, {ColorName::SystemTeal, 1.0}, formatter, "UTC"));
+        const UsageChartView view = usdChart(formatter, FakePlatform::kStart, 600, balances);
         image.fill(Qt::transparent);
         QPainter painter(&image);
         QtCanvas canvas(painter, ColorPalette(Appearance::Light));
