@@ -33,7 +33,8 @@ QtStatusItem::QtStatusItem(QDBusConnection bus, bool wayland, QtTimerHold* timer
     , m_timerHold(timerHold)
     // Looked up when a command arrives, so menus rendered before the handler was set still reach it.
     , m_renderer([this](MenuCommand command, std::int64_t tag) { perform(command, tag); })
-    , m_trayMenu([this](MenuCommand command, std::int64_t tag) { perform(command, tag); })
+    , m_trayMenu([this](MenuCommand command, std::int64_t tag) { perform(command, tag); },
+                 [this] { showDashboard(QPoint()); })
     , m_trayService(m_trayItem, m_trayMenu, std::move(bus)) {
     QObject::connect(&m_strip, &StatusStripWidget::clicked, &m_strip, [this] { popUpMenuUnderStrip(); });
     QObject::connect(&m_trayItem, &StatusNotifierItem::activateRequested, &m_trayItem,

@@ -4,12 +4,23 @@
 
 namespace quorvane {
 
-DBusMenuExporter::DBusMenuExporter(CommandHandler onCommand, QObject* parent)
+DBusMenuExporter::DBusMenuExporter(CommandHandler onCommand, DashboardHandler onShowDashboard,
+                                   QObject* parent)
     : QObject(parent)
-    , m_onCommand(std::move(onCommand)) {}
+    , m_onCommand(std::move(onCommand))
+    , m_onShowDashboard(std::move(onShowDashboard)) {}
 
 void DBusMenuExporter::setMenu(const std::vector<MenuItem>& items) {
-    DBusMenuModel next(items, m_model.nextId());
+    DBusMenuModel next(items, m_ids);
+    if (next.hasLayoutOf(m_model)) {
+        DBusMenuItemKeysList removed;
+        const DBusMenuItemPropertiesList changed = next.changesSince(m_model, removed);
+        m_model = std::move(next);
+        if (!changed.isEmpty() || !removed.isEmpty()) {
+            emit ItemsPropertiesUpdated(changed, removed);
+        }
+        return;
+    }
     m_previousModel = std::move(m_model);
     m_model = std::move(next);
     ++m_revision;
@@ -81,13 +92,16 @@ bool DBusMenuExporter::handleEvent(int id, const QString& eventId) {
         return false;
     }
     const bool enabled = entry->properties.value(QStringLiteral("enabled"), true).toBool();
-    if (eventId != QLatin1String("clicked") || !enabled || entry->command == MenuCommand::None ||
-        !m_onCommand) {
+    if (eventId != QLatin1String("clicked") || !enabled) {
         return true;
     }
-    QTimer::singleShot(0, this, [onCommand = m_onCommand, command = entry->command, tag = entry->tag] {
-        onCommand(command, tag);
-    });
+    if (entry->action == DBusMenuModel::Action::Command && m_onCommand) {
+        QTimer::singleShot(0, this, [onCommand = m_onCommand, command = entry->command, tag = entry->tag] {
+            onCommand(command, tag);
+        });
+    } else if (entry->action == DBusMenuModel::Action::ShowDashboard && m_onShowDashboard) {
+        QTimer::singleShot(0, this, m_onShowDashboard);
+    }
     return true;
 }
 

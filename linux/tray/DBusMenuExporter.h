@@ -17,9 +17,11 @@
 namespace quorvane {
 
 // Hosts fetch the layout when they open the menu and again after each
-// LayoutUpdated, so a rebuild only swaps the model and says so. Clicks are
-// carried out after the D-Bus call has been answered: a command usually
-// rebuilds this very menu.
+// LayoutUpdated. A rebuild that leaves every item in its place (a refresh,
+// a chosen interval) reaches the host as ItemsPropertiesUpdated with what
+// changed, so the host keeps the menu it drew; any other sends a new layout.
+// Clicks are carried out after the D-Bus call has been answered: a command
+// usually rebuilds this very menu.
 class DBusMenuExporter : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
@@ -30,10 +32,11 @@ class DBusMenuExporter : public QObject {
 
 public:
     using CommandHandler = std::function<void(MenuCommand command, std::int64_t tag)>;
+    using DashboardHandler = std::function<void()>;
 
     static constexpr const char* kObjectPath = "/MenuBar";
 
-    explicit DBusMenuExporter(CommandHandler onCommand, QObject* parent = nullptr);
+    DBusMenuExporter(CommandHandler onCommand, DashboardHandler onShowDashboard, QObject* parent = nullptr);
 
     void setMenu(const std::vector<MenuItem>& items);
     uint revision() const { return m_revision; }
@@ -63,11 +66,13 @@ signals:
 
 private:
     // The item in the current tree, or in the one it replaced when a click
-    // was sent just before a rebuild reached the host.
+    // was sent just before a new layout reached the host.
     const DBusMenuModel::Entry* findForEvent(int id) const;
     bool handleEvent(int id, const QString& eventId);
 
     CommandHandler m_onCommand;
+    DashboardHandler m_onShowDashboard;
+    DBusMenuIds m_ids;
     DBusMenuModel m_model;
     DBusMenuModel m_previousModel;
     uint m_revision = 1;

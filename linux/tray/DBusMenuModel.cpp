@@ -4,23 +4,53 @@ namespace quorvane {
 
 namespace {
 
+const QString kLabel = QStringLiteral("label");
+const QString kEnabled = QStringLiteral("enabled");
+
 QVariantMap textItem(const std::string& title, bool enabled) {
-    QVariantMap properties{{QStringLiteral("label"), DBusMenuModel::label(title)}};
+    QVariantMap properties{{kLabel, DBusMenuModel::label(title)}};
     if (!enabled) {
-        properties.insert(QStringLiteral("enabled"), false);
+        properties.insert(kEnabled, false);
     }
     return properties;
 }
 
+// An item's key among its siblings: what it does for commands and choices,
+// else its kind and how many of that kind came before it.
+std::string siblingKey(const MenuItem& item, std::map<std::string, int>& seen) {
+    std::string kind;
+    switch (item.kind) {
+    case MenuItem::Kind::Separator:
+        kind = "-";
+        break;
+    case MenuItem::Kind::Card:
+        kind = "card";
+        break;
+    case MenuItem::Kind::Informational:
+        kind = "i";
+        break;
+    case MenuItem::Kind::Submenu:
+        kind = "s";
+        break;
+    case MenuItem::Kind::Command:
+    case MenuItem::Kind::Choice:
+        kind = "c" + std::to_string(static_cast<int>(item.command)) + ":" + std::to_string(item.tag);
+        break;
+    }
+    return kind + "#" + std::to_string(seen[kind]++);
+}
+
 } // namespace
 
-DBusMenuModel::DBusMenuModel()
-    : DBusMenuModel({}, kRootId + 1) {}
-
-DBusMenuModel::DBusMenuModel(const std::vector<MenuItem>& items, int firstId)
-    : m_nextId(firstId > kRootId ? firstId : kRootId + 1) {
+DBusMenuModel::DBusMenuModel() {
     m_entries[kRootId].properties.insert(QStringLiteral("children-display"), QStringLiteral("submenu"));
-    addItems(items, kRootId);
+}
+
+DBusMenuModel::DBusMenuModel(const std::vector<MenuItem>& items, DBusMenuIds& ids)
+    : DBusMenuModel() {
+    m_ids = &ids;
+    addItems(items, kRootId, {}, 0);
+    m_ids = nullptr;
 }
 
 const DBusMenuModel::Entry* DBusMenuModel::find(int id) const {
@@ -47,27 +77,31 @@ DBusMenuShortcut DBusMenuModel::shortcut(const std::string& keyEquivalent) {
     return {QStringList{QStringLiteral("Control"), key}};
 }
 
-int DBusMenuModel::add(int parentId, QVariantMap properties, MenuCommand command, std::int64_t tag) {
-    const int id = m_nextId++;
-    m_entries[id] = Entry{std::move(properties), {}, command, tag};
+int DBusMenuModel::add(int parentId, const std::string& key, QVariantMap properties, Action action,
+                       MenuCommand command, std::int64_t tag) {
+    const int id = m_ids->idFor(key);
+    m_entries[id] = Entry{std::move(properties), {}, action, command, tag};
     m_entries[parentId].children.push_back(id);
     return id;
 }
 
-void DBusMenuModel::addItems(const std::vector<MenuItem>& items, int parentId) {
+void DBusMenuModel::addItems(const std::vector<MenuItem>& items, int parentId, const std::string& parentKey,
+                             int depth) {
+    std::map<std::string, int> seen;
     for (const MenuItem& item : items) {
+        const std::string key = parentKey + "/" + siblingKey(item, seen);
         switch (item.kind) {
         case MenuItem::Kind::Separator:
-            add(parentId, {{QStringLiteral("type"), QStringLiteral("separator")}});
+            add(parentId, key, {{QStringLiteral("type"), QStringLiteral("separator")}});
             break;
         case MenuItem::Kind::Card:
             if (item.card) {
-                addCard(*item.card, parentId);
+                addCard(*item.card, parentId, key);
             }
             break;
         case MenuItem::Kind::Informational:
             // A line to read, as the Mac shows an item without an action.
-            add(parentId, textItem(item.title, false));
+            add(parentId, key, textItem(item.title, false));
             break;
         case MenuItem::Kind::Command: {
             QVariantMap properties = textItem(item.title, item.enabled);
@@ -75,32 +109,37 @@ void DBusMenuModel::addItems(const std::vector<MenuItem>& items, int parentId) {
                 properties.insert(QStringLiteral("shortcut"),
                                   QVariant::fromValue(shortcut(item.keyEquivalent)));
             }
-            add(parentId, std::move(properties), item.command, item.tag);
+            add(parentId, key, std::move(properties), Action::Command, item.command, item.tag);
             break;
         }
         case MenuItem::Kind::Choice: {
             QVariantMap properties = textItem(item.title, item.enabled);
-            properties.insert(QStringLiteral("toggle-type"), QStringLiteral("checkmark"));
+            properties.insert(QStringLiteral("toggle-type"), QStringLiteral("radio"));
             properties.insert(QStringLiteral("toggle-state"), item.checked ? 1 : 0);
-            add(parentId, std::move(properties), item.command, item.tag);
+            add(parentId, key, std::move(properties), Action::Command, item.command, item.tag);
             break;
         }
-        case MenuItem::Kind::Submenu: {
-            QVariantMap properties = textItem(item.title, item.enabled);
-            properties.insert(QStringLiteral("children-display"), QStringLiteral("submenu"));
-            addItems(item.submenu, add(parentId, std::move(properties)));
+        case MenuItem::Kind::Submenu:
+            if (depth == 0) {
+                QVariantMap properties = textItem(item.title, item.enabled);
+                properties.insert(QStringLiteral("children-display"), QStringLiteral("submenu"));
+                addItems(item.submenu, add(parentId, key, std::move(properties)), key, depth + 1);
+            } else {
+                // The heading reads as the submenu's title ("Refresh Interval: 1 min").
+                add(parentId, key, textItem(item.title, false));
+                addItems(item.submenu, parentId, key, depth);
+            }
             break;
-        }
         }
     }
 }
 
-// A host's menu holds no custom views: the card's labels become lines to
-// read, in the card's order, and its chart stays in the dashboard.
-void DBusMenuModel::addCard(const Card& card, int parentId) {
+void DBusMenuModel::addCard(const Card& card, int parentId, const std::string& key) {
+    int line = 0;
     for (const CardSubview& subview : card.subviews) {
         if (const auto* text = std::get_if<CardLabel>(&subview); text && !text->text.empty()) {
-            add(parentId, textItem(text->text, false));
+            add(parentId, key + "." + std::to_string(line++), textItem(text->text, true),
+                Action::ShowDashboard);
         }
     }
 }
@@ -141,6 +180,53 @@ bool DBusMenuModel::layout(int parentId, int depth, const QStringList& propertyN
         out.children.append(std::move(node));
     }
     return true;
+}
+
+bool DBusMenuModel::hasLayoutOf(const DBusMenuModel& other) const {
+    if (m_entries.size() != other.m_entries.size()) {
+        return false;
+    }
+    for (const auto& [id, entry] : m_entries) {
+        const Entry* theirs = other.find(id);
+        if (!theirs || theirs->children != entry.children) {
+            return false;
+        }
+    }
+    return true;
+}
+
+DBusMenuItemPropertiesList DBusMenuModel::changesSince(const DBusMenuModel& before,
+                                                       DBusMenuItemKeysList& removed) const {
+    DBusMenuItemPropertiesList changed;
+    removed.clear();
+    for (const auto& [id, entry] : m_entries) {
+        const Entry* old = before.find(id);
+        if (!old) {
+            continue;
+        }
+        QVariantMap values;
+        for (auto property = entry.properties.constBegin(); property != entry.properties.constEnd();
+             ++property) {
+            const auto was = old->properties.constFind(property.key());
+            if (was == old->properties.constEnd() || was.value() != property.value()) {
+                values.insert(property.key(), property.value());
+            }
+        }
+        QStringList gone;
+        for (auto property = old->properties.constBegin(); property != old->properties.constEnd();
+             ++property) {
+            if (!entry.properties.contains(property.key())) {
+                gone.append(property.key());
+            }
+        }
+        if (!values.isEmpty()) {
+            changed.append(DBusMenuItemProperties{id, values});
+        }
+        if (!gone.isEmpty()) {
+            removed.append(DBusMenuItemKeys{id, gone});
+        }
+    }
+    return changed;
 }
 
 } // namespace quorvane

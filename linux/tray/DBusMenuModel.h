@@ -1,7 +1,8 @@
-// The delegate's menu tree as dbusmenu items: ids, properties and the command each item sends.
+// The delegate's menu tree as dbusmenu items: ids, properties and what a click on each does.
 #pragma once
 
 #include "menu/MenuItem.h"
+#include "tray/DBusMenuIds.h"
 #include "tray/DBusMenuTypes.h"
 
 #include <QString>
@@ -15,26 +16,32 @@
 
 namespace quorvane {
 
-// Built whole from each new tree, as the menu is. Id 0 is the root; the other
-// ids run on from `firstId` in the tree's order, so an id handed out for one
-// tree is never reused by a later one and a click that crosses a rebuild
-// cannot land on a different item.
+// Built whole from each new tree, as the menu is, with ids that stay with
+// their items (DBusMenuIds). Hosts draw it in menus of their own, and the
+// tree is shaped for what every host can show:
+// - the card's labels become lines to read, each of which opens the
+//   dashboard, since a host's menu holds no custom view and some hosts
+//   (GNOME's) open the menu on the primary click;
+// - a submenu inside a submenu is laid out inline, its title as a heading
+//   and its choices as a radio group under it: GNOME Shell's menus cannot
+//   open a submenu inside a submenu.
 class DBusMenuModel {
 public:
+    enum class Action { None, Command, ShowDashboard };
+
     struct Entry {
         QVariantMap properties;
         std::vector<int> children;
+        Action action = Action::None;
         MenuCommand command = MenuCommand::None;
         std::int64_t tag = 0;
     };
 
-    static constexpr int kRootId = 0;
+    static constexpr int kRootId = DBusMenuIds::kRootId;
 
     DBusMenuModel();
-    DBusMenuModel(const std::vector<MenuItem>& items, int firstId);
+    DBusMenuModel(const std::vector<MenuItem>& items, DBusMenuIds& ids);
 
-    // The first id the next tree may use.
-    int nextId() const { return m_nextId; }
     const Entry* find(int id) const;
 
     // The subtree at `parentId`, `depth` levels deep (-1: all of it), with
@@ -43,19 +50,26 @@ public:
     bool layout(int parentId, int depth, const QStringList& propertyNames, DBusMenuLayoutItem& out) const;
     QVariantMap properties(int id, const QStringList& propertyNames) const;
 
+    // The same items under the same parents in the same order: a host that
+    // drew `other` needs only the changed properties.
+    bool hasLayoutOf(const DBusMenuModel& other) const;
+    // What changed since `before`, item by item: the properties with new
+    // values, and in `removed` the names an item no longer has.
+    DBusMenuItemPropertiesList changesSince(const DBusMenuModel& before, DBusMenuItemKeysList& removed) const;
+
     // dbusmenu reads "_" as a mnemonic mark; a title shows its underscores as written.
     static QString label(const std::string& title);
     // [["Control", key]], the key named as the toolkits' accelerator parsers know it.
     static DBusMenuShortcut shortcut(const std::string& keyEquivalent);
 
 private:
-    int add(int parentId, QVariantMap properties, MenuCommand command = MenuCommand::None,
-            std::int64_t tag = 0);
-    void addItems(const std::vector<MenuItem>& items, int parentId);
-    void addCard(const Card& card, int parentId);
+    int add(int parentId, const std::string& key, QVariantMap properties, Action action = Action::None,
+            MenuCommand command = MenuCommand::None, std::int64_t tag = 0);
+    void addItems(const std::vector<MenuItem>& items, int parentId, const std::string& parentKey, int depth);
+    void addCard(const Card& card, int parentId, const std::string& key);
 
     std::map<int, Entry> m_entries;
-    int m_nextId;
+    DBusMenuIds* m_ids = nullptr;
 };
 
 } // namespace quorvane

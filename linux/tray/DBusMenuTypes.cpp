@@ -14,6 +14,13 @@ void registerDBusMenuTypes() {
     qDBusRegisterMetaType<DBusMenuEvent>();
     qDBusRegisterMetaType<DBusMenuEventList>();
     qDBusRegisterMetaType<DBusMenuShortcut>();
+    // QtDBus finds a slot's or signal's argument types by the names written
+    // in its signature; a list known only as QList<...> leaves EventGroup and
+    // ItemsPropertiesUpdated off the bus, and hosts built on libdbusmenu send
+    // nothing but EventGroup.
+    qRegisterMetaType<DBusMenuItemPropertiesList>("quorvane::DBusMenuItemPropertiesList");
+    qRegisterMetaType<DBusMenuItemKeysList>("quorvane::DBusMenuItemKeysList");
+    qRegisterMetaType<DBusMenuEventList>("quorvane::DBusMenuEventList");
 }
 
 QDBusArgument& operator<<(QDBusArgument& argument, const DBusMenuLayoutItem& item) {
