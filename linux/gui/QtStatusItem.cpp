@@ -99,6 +99,13 @@ void QtStatusItem::attachMenu() {
     }
     m_menuAttached = true;
     m_trayService.start();
+    if (m_trayService.hasWatcher()) {
+        // The panel is there and is about to show the item: no face of the
+        // app's own unless it does not within the delay.
+        m_presentation = Presentation::TrayItem;
+        m_fallbackDelay.start();
+        return;
+    }
     present();
 }
 
@@ -120,7 +127,9 @@ void QtStatusItem::hostedChanged(bool hosted) {
         m_fallbackDelay.stop();
         present();
     } else if (m_presentation == Presentation::TrayItem) {
-        m_fallbackDelay.start();
+        if (!m_fallbackDelay.isActive()) {
+            m_fallbackDelay.start();
+        }
     } else {
         present();
     }

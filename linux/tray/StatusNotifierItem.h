@@ -28,7 +28,7 @@ class StatusNotifierItem : public QObject {
     Q_PROPERTY(int WindowId READ windowId)
     Q_PROPERTY(QString IconThemePath READ emptyText)
     Q_PROPERTY(QString IconName READ emptyText)
-    Q_PROPERTY(quorvane::SniIconPixmapList IconPixmap READ iconPixmap)
+    Q_PROPERTY(quorvane::SniIconPixmapList IconPixmap READ iconPixmapForHost)
     Q_PROPERTY(QString OverlayIconName READ emptyText)
     Q_PROPERTY(quorvane::SniIconPixmapList OverlayIconPixmap READ noPixmaps)
     Q_PROPERTY(QString AttentionIconName READ emptyText)
@@ -67,6 +67,12 @@ public:
     QString emptyText() const { return {}; }
     const QString& mark() const { return m_mark; }
     SniIconPixmapList iconPixmap() const { return m_icon; }
+    // The icon as a host reads it over the bus, which it does to draw the
+    // item: the one sign that the item is on screen.
+    SniIconPixmapList iconPixmapForHost() {
+        emit iconFetched();
+        return m_icon;
+    }
     SniIconPixmapList noPixmaps() const { return {}; }
     SniToolTip toolTip() const;
     // Activate opens the dashboard; the host opens the menu on the secondary click.
@@ -95,6 +101,8 @@ signals:
     // Where the host says the click was, in screen coordinates; (0, 0) when it does not say.
     void activateRequested(const QPoint& position);
     void contextMenuRequested(const QPoint& position);
+    // A host read the icon.
+    void iconFetched();
 
 private:
     QString m_mark;

@@ -12,6 +12,8 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 
+#include <algorithm>
+
 namespace quorvane {
 
 namespace {
@@ -34,7 +36,15 @@ StatusNotifierService::StatusNotifierService(StatusNotifierItem& item, DBusMenuE
     : QObject(parent)
     , m_item(item)
     , m_menu(menu)
-    , m_connection(std::move(connection)) {}
+    , m_connection(std::move(connection)) {
+    m_reregister.setSingleShot(true);
+    connect(&m_reregister, &QTimer::timeout, this, [this] {
+        if (m_hasWatcher) {
+            registerWithWatcher();
+        }
+    });
+    connect(&m_item, &StatusNotifierItem::iconFetched, this, &StatusNotifierService::iconFetched);
+}
 
 StatusNotifierService::~StatusNotifierService() {
     if (m_started) {
@@ -80,18 +90,25 @@ bool StatusNotifierService::start() {
                          SLOT(hostRegistered()));
     m_connection.connect(watcher, path, interface, QStringLiteral("StatusNotifierHostUnregistered"), this,
                          SLOT(hostUnregistered()));
+    m_connection.connect(watcher, path, interface, QStringLiteral("StatusNotifierItemUnregistered"), this,
+                         SLOT(itemUnregistered(QString)));
 
     // Asked of the bus itself, which answers at once: the launch can tell
     // whether a panel is there before it decides what to show.
     if (m_connection.interface()->isServiceRegistered(watcher)) {
-        m_hosted = true;
+        m_hasWatcher = true;
         registerWithWatcher();
     }
     return true;
 }
 
 void StatusNotifierService::watcherOwnerChanged(const QString&, const QString&, const QString& newOwner) {
-    if (newOwner.isEmpty()) {
+    m_hasWatcher = !newOwner.isEmpty();
+    m_registered = false;
+    m_hostRegistered = false;
+    m_reregister.stop();
+    m_reregisterDelayMs = kReregisterDelayMs;
+    if (!m_hasWatcher) {
         setHosted(false);
         return;
     }
@@ -100,20 +117,47 @@ void StatusNotifierService::watcherOwnerChanged(const QString&, const QString&, 
 }
 
 void StatusNotifierService::hostRegistered() {
-    setHosted(true);
+    askWhetherAHostIsRegistered();
 }
 
 void StatusNotifierService::hostUnregistered() {
     askWhetherAHostIsRegistered();
 }
 
+void StatusNotifierService::itemUnregistered(const QString& item) {
+    if (!isThisItem(item) || !m_hasWatcher) {
+        return;
+    }
+    m_registered = false;
+    setHosted(false);
+    if (!m_reregister.isActive()) {
+        m_reregister.start(m_reregisterDelayMs);
+        // The next drop waits longer: a watcher that drops every item is not hammered.
+        m_reregisterDelayMs = std::min(m_reregisterDelayMs * 2, kMaxReregisterDelayMs);
+    }
+}
+
+// Watchers name an item by the bus name it registered with, or by the
+// connection's unique name, with or without its object path.
+bool StatusNotifierService::isThisItem(const QString& item) const {
+    const QString path = QString::fromLatin1(StatusNotifierItem::kObjectPath);
+    for (const QString& name : {m_serviceName, m_connection.baseService()}) {
+        if (item == name || item == name + path) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void StatusNotifierService::registerWithWatcher() {
+    m_iconFetched = false;
     QDBusMessage call = watcherCall("RegisterStatusNotifierItem");
     call << m_serviceName;
     auto* pending = new QDBusPendingCallWatcher(m_connection.asyncCall(call), this);
     connect(pending, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
         finished->deleteLater();
-        if (finished->isError()) {
+        m_registered = !finished->isError();
+        if (!m_registered) {
             setHosted(false);
             return;
         }
@@ -130,13 +174,30 @@ void StatusNotifierService::askWhetherAHostIsRegistered() {
     connect(pending, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
         finished->deleteLater();
         const QDBusPendingReply<QDBusVariant> reply = *finished;
-        // A watcher that keeps the property to itself is taken at its word
-        // that it watches for a host.
-        setHosted(reply.isError() || reply.value().variant().toBool());
+        if (!reply.isError()) {
+            m_hostRegistered = reply.value().variant().toBool();
+        } else {
+            // A watcher that keeps the property to itself is taken at its
+            // word that it watches for a host; one that is gone is no host.
+            const QDBusError::ErrorType error = reply.error().type();
+            m_hostRegistered = error == QDBusError::UnknownProperty || error == QDBusError::InvalidArgs ||
+                               error == QDBusError::UnknownInterface;
+        }
+        setHosted(m_registered && m_hostRegistered && m_iconFetched);
     });
 }
 
+void StatusNotifierService::iconFetched() {
+    m_iconFetched = true;
+    if (m_registered && m_hostRegistered) {
+        setHosted(true);
+    }
+}
+
 void StatusNotifierService::setHosted(bool hosted) {
+    if (hosted) {
+        m_reregisterDelayMs = kReregisterDelayMs;
+    }
     if (hosted != m_hosted) {
         m_hosted = hosted;
         emit hostedChanged(hosted);

@@ -5,6 +5,7 @@
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
 namespace quorvane {
 
@@ -13,9 +14,13 @@ class StatusNotifierItem;
 
 // The watcher (org.kde.StatusNotifierWatcher) is the panel's, and panels come
 // and go: a desktop starts its panel after the apps of the session, a user
-// restarts waybar, an extension is switched on. The item registers with each
-// watcher that appears, and says whether a host shows it. Every call to the
-// watcher is asynchronous, so a slow or stuck panel never stalls the app.
+// restarts waybar, an extension is switched on or off. The item registers
+// with each watcher that appears, and again when the watcher drops it (GNOME's
+// extension does when it fails to read an item it was told of too early).
+// The item counts as hosted only once a host has read its icon, which every
+// host does to draw it: a watcher that took the registration has shown
+// nothing yet. Every call to the watcher is asynchronous, so a slow or stuck
+// panel never stalls the app.
 class StatusNotifierService : public QObject {
     Q_OBJECT
 
@@ -23,6 +28,10 @@ public:
     static constexpr const char* kWatcherService = "org.kde.StatusNotifierWatcher";
     static constexpr const char* kWatcherPath = "/StatusNotifierWatcher";
     static constexpr const char* kWatcherInterface = "org.kde.StatusNotifierWatcher";
+    // The first wait before registering again with a watcher that dropped
+    // the item; it doubles on each drop until a host shows the item.
+    static constexpr int kReregisterDelayMs = 500;
+    static constexpr int kMaxReregisterDelayMs = 30000;
 
     StatusNotifierService(StatusNotifierItem& item, DBusMenuExporter& menu, QDBusConnection connection,
                           QObject* parent = nullptr);
@@ -35,8 +44,10 @@ public:
     // the name cannot be had: there is then no item, ever.
     bool start();
 
-    // True from the moment a watcher is known to exist until it goes away,
-    // refuses the item, or says that no host is there to show it.
+    // A watcher owns its name on the bus: a host may show the item soon.
+    bool hasWatcher() const { return m_hasWatcher; }
+    // True from the moment a host reads the item's icon until the watcher
+    // goes away, drops the item, or says that no host is left.
     bool isHosted() const { return m_hosted; }
     const QString& serviceName() const { return m_serviceName; }
 
@@ -47,18 +58,29 @@ private slots:
     void watcherOwnerChanged(const QString& service, const QString& oldOwner, const QString& newOwner);
     void hostRegistered();
     void hostUnregistered();
+    void itemUnregistered(const QString& item);
 
 private:
     void registerWithWatcher();
     void askWhetherAHostIsRegistered();
+    void iconFetched();
+    bool isThisItem(const QString& item) const;
     void setHosted(bool hosted);
 
     StatusNotifierItem& m_item;
     DBusMenuExporter& m_menu;
     QDBusConnection m_connection;
     QDBusServiceWatcher m_watcherWatcher;
+    QTimer m_reregister;
+    int m_reregisterDelayMs = kReregisterDelayMs;
     QString m_serviceName;
     bool m_started = false;
+    bool m_hasWatcher = false;
+    // The watcher holds the item and says a host is there.
+    bool m_registered = false;
+    bool m_hostRegistered = false;
+    // A host read the icon since the last registration.
+    bool m_iconFetched = false;
     bool m_hosted = false;
 };
 

@@ -6,6 +6,8 @@
 #include "linux/EventLoopWait.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QSignalSpy>
@@ -110,7 +112,10 @@ TEST_F(SessionBusStatusNotifierTest, TheItemFollowsThePanelAsItComesGoesAndResta
     EXPECT_FALSE(item.strip().isVisible());
     ASSERT_TRUE(waitUntil([&] { return watcher.registeredItems() == QStringList{service}; }));
 
-    // A panel that goes away gets a moment to come back before the strip returns.
+    // A panel that goes away gets a moment to come back before the strip
+    // returns. It says first that its host left: asked then, the watcher is
+    // gone, and that is no host.
+    watcher.setHostRegistered(false);
     watcher.stop();
     QTest::qWait(500);
     EXPECT_EQ(item.presentation(), Presentation::TrayItem);
@@ -149,6 +154,63 @@ TEST_F(SessionBusWaylandStatusNotifierTest, WithoutAHostTheAppIsOneSmallWindowTh
     window.close();
     QCoreApplication::processEvents();
     EXPECT_EQ(gui.fake.desktop.log().back(), "terminate");
+}
+
+TEST_F(SessionBusWaylandStatusNotifierTest,
+       TheWindowStaysUntilAHostShowsTheItemAndADroppedItemRegistersAgain) {
+    delegate.applicationDidFinishLaunching();
+    ASSERT_EQ(item.presentation(), Presentation::Window);
+    MenuPanel& window = *item.window();
+
+    // The watcher takes the item, then drops it unread, as GNOME's extension
+    // does with an item it fails to read; the item registers again.
+    watcher.dropNextItems(1);
+    ASSERT_TRUE(watcher.start());
+    ASSERT_TRUE(waitUntil([&] { return watcher.registrations() == 1; }));
+    EXPECT_TRUE(window.isVisible()) << "registered is not shown";
+    ASSERT_TRUE(waitUntil([&] { return watcher.registrations() == 2; }));
+    ASSERT_TRUE(waitUntil([&] { return item.presentation() == Presentation::TrayItem; }));
+    EXPECT_EQ(watcher.itemsRead(), 1);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(watcher.registeredItems(), QStringList{service});
+
+    // Dropped again while shown: the item comes back before the window would.
+    watcher.drop(service);
+    ASSERT_TRUE(waitUntil([&] { return watcher.itemsRead() == 2; }));
+    EXPECT_EQ(watcher.registrations(), 3);
+    EXPECT_EQ(item.presentation(), Presentation::TrayItem);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(SessionBusStatusNotifierTest, AHostBuiltOnLibdbusmenuReachesTheMenuWithEventGroup) {
+    ASSERT_TRUE(watcher.start());
+    gui.reachTwoCurrencyDashboard(delegate);
+    QDBusConnection panel = panelConnection();
+    QDBusMessage introspect = QDBusMessage::createMethodCall(
+        service, "/MenuBar", "org.freedesktop.DBus.Introspectable", "Introspect");
+    QDBusPendingCall introspection = panel.asyncCall(introspect);
+    ASSERT_TRUE(waitUntil([&] { return introspection.isFinished(); }));
+    const QString xml = introspection.reply().arguments().value(0).toString();
+    EXPECT_TRUE(xml.contains(R"(<method name="EventGroup">)")) << xml.toStdString();
+    EXPECT_TRUE(xml.contains(R"(<signal name="ItemsPropertiesUpdated">)")) << xml.toStdString();
+
+    int refresh = -1;
+    DBusMenuLayoutItem root;
+    item.trayMenu().GetLayout(0, -1, {"label"}, root);
+    for (const DBusMenuLayoutItem& child : root.children) {
+        if (child.properties.value("label") == QString::fromUtf8("\xF0\x9F\x94\x84 Refresh Now")) {
+            refresh = child.id;
+        }
+    }
+    ASSERT_GT(refresh, 0);
+    QDBusMessage click =
+        QDBusMessage::createMethodCall(service, "/MenuBar", "com.canonical.dbusmenu", "EventGroup");
+    click << QVariant::fromValue(
+        DBusMenuEventList{DBusMenuEvent{refresh, "clicked", QDBusVariant(QString()), 0}});
+    QDBusPendingCall clicked = panel.asyncCall(click);
+    ASSERT_TRUE(waitUntil([&] { return clicked.isFinished(); }));
+    ASSERT_FALSE(clicked.isError()) << clicked.error().message().toStdString();
+    ASSERT_TRUE(waitUntil([&] { return gui.fake.http.requests().size() == 3; }));
 }
 
 TEST_F(SessionBusWaylandStatusNotifierTest, ThePrimaryClickTogglesAFloatingDashboard) {
