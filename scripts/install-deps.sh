@@ -16,6 +16,9 @@ packages=(
     # the desktop sessions the tests run the app in: X11 with a work area,
     # and Wayland (sway with waybar as panel and tray, Qt's Wayland plugin)
     x11-utils python3 sway waybar grim qt6-wayland libwayland-dev
+    # XFCE: its panel with the status tray, its window manager and settings,
+    # and the tools that click, read the clipboard and take screenshots
+    xfce4-panel xfwm4 xfce4-settings xfconf xdotool xclip imagemagick adwaita-icon-theme
     # the Debian package and the tools that judge it
     dpkg-dev fakeroot lintian desktop-file-utils appstream groff-base
     # emoji in the title, the menu and the cards
