@@ -5,7 +5,6 @@
 #include "tray/StatusNotifierItem.h"
 #include "tray/StatusNotifierTypes.h"
 
-#include <QCoreApplication>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -50,7 +49,6 @@ StatusNotifierService::~StatusNotifierService() {
     if (m_started) {
         m_connection.unregisterObject(QString::fromLatin1(StatusNotifierItem::kObjectPath));
         m_connection.unregisterObject(QString::fromLatin1(DBusMenuExporter::kObjectPath));
-        m_connection.unregisterService(m_serviceName);
     }
 }
 
@@ -63,17 +61,17 @@ bool StatusNotifierService::start() {
     }
     registerStatusNotifierTypes();
     registerDBusMenuTypes();
-    // The protocol's name for an item: the process and a count of its items.
-    m_serviceName = QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid());
-    if (!m_connection.registerService(m_serviceName)) {
-        return false;
-    }
+    // The item is known by this connection's unique name and its path, and
+    // owns no well-known name: GNOME's extension watches such a name for a
+    // new owner and, when the answer comes while it is still reading the
+    // item, forgets what it read and drops the item (or keeps it without its
+    // menu); on being switched on it would also find the item twice.
+    m_serviceName = m_connection.baseService();
     if (!m_connection.registerObject(QString::fromLatin1(StatusNotifierItem::kObjectPath), &m_item,
                                      kExported) ||
         !m_connection.registerObject(QString::fromLatin1(DBusMenuExporter::kObjectPath), &m_menu,
                                      kExported)) {
         m_connection.unregisterObject(QString::fromLatin1(StatusNotifierItem::kObjectPath));
-        m_connection.unregisterService(m_serviceName);
         return false;
     }
     m_started = true;
@@ -137,22 +135,18 @@ void StatusNotifierService::itemUnregistered(const QString& item) {
     }
 }
 
-// Watchers name an item by the bus name it registered with, or by the
-// connection's unique name, with or without its object path.
+// Watchers name an item by its connection's unique name, alone or with the
+// object path joined by nothing (Plasma, waybar) or by "@" (GNOME).
 bool StatusNotifierService::isThisItem(const QString& item) const {
     const QString path = QString::fromLatin1(StatusNotifierItem::kObjectPath);
-    for (const QString& name : {m_serviceName, m_connection.baseService()}) {
-        if (item == name || item == name + path) {
-            return true;
-        }
-    }
-    return false;
+    return item == m_serviceName || item == m_serviceName + path ||
+           item == m_serviceName + QLatin1Char('@') + path;
 }
 
 void StatusNotifierService::registerWithWatcher() {
     m_iconFetched = false;
     QDBusMessage call = watcherCall("RegisterStatusNotifierItem");
-    call << m_serviceName;
+    call << QString::fromLatin1(StatusNotifierItem::kObjectPath);
     auto* pending = new QDBusPendingCallWatcher(m_connection.asyncCall(call), this);
     connect(pending, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
         finished->deleteLater();

@@ -39,9 +39,9 @@ public:
     StatusNotifierService(const StatusNotifierService&) = delete;
     StatusNotifierService& operator=(const StatusNotifierService&) = delete;
 
-    // Claims the item's bus name, exports the item and its menu and registers
-    // with the watcher if there is one. False where no session bus answers or
-    // the name cannot be had: there is then no item, ever.
+    // Exports the item and its menu and registers with the watcher if there
+    // is one. False where no session bus answers or the objects cannot be
+    // exported: there is then no item, ever.
     bool start();
 
     // A watcher owns its name on the bus: a host may show the item soon.
@@ -49,6 +49,7 @@ public:
     // True from the moment a host reads the item's icon until the watcher
     // goes away, drops the item, or says that no host is left.
     bool isHosted() const { return m_hosted; }
+    // The connection's unique name, by which watchers know the item.
     const QString& serviceName() const { return m_serviceName; }
 
 signals:

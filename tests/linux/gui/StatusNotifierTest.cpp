@@ -43,8 +43,9 @@ protected:
     AppDelegate delegate{gui.platform()};
     QtStatusItem& item = gui.statusItem;
     StatusNotifierItem& tray = gui.statusItem.trayItem();
-    const QString service =
-        QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid());
+    // The item registers by its path; the watcher knows it by the connection's name and the path.
+    const QString busName = QDBusConnection::sessionBus().baseService();
+    const QString service = busName + "/StatusNotifierItem";
 };
 
 class SessionBusWaylandStatusNotifierTest : public SessionBusStatusNotifierTest {
@@ -58,6 +59,26 @@ TEST(StatusPresentationTest, OneFaceForEachDesktop) {
     EXPECT_EQ(QtStatusItem::presentationFor(true, true), Presentation::TrayItem);
     EXPECT_EQ(QtStatusItem::presentationFor(false, false), Presentation::Strip);
     EXPECT_EQ(QtStatusItem::presentationFor(false, true), Presentation::Window);
+}
+
+TEST(MarkIconTest, TheMarkFillsTheIconFromEdgeToEdge) {
+    for (const QString& mark : {kWhale, kWarning}) {
+        for (const int size : MarkIcon::kSizes) {
+            const QImage icon = MarkIcon::render(mark, size);
+            int left = size;
+            int right = -1;
+            for (int y = 0; y < size; ++y) {
+                for (int x = 0; x < size; ++x) {
+                    if (qAlpha(icon.pixel(x, y)) > 0) {
+                        left = std::min(left, x);
+                        right = std::max(right, x);
+                    }
+                }
+            }
+            EXPECT_EQ(left, 0) << size;
+            EXPECT_EQ(right, size - 1) << size;
+        }
+    }
 }
 
 TEST_F(SessionBusStatusNotifierTest, WithAPanelTheItemCarriesTheTitleAndNoStripAppears) {
@@ -187,7 +208,7 @@ TEST_F(SessionBusStatusNotifierTest, AHostBuiltOnLibdbusmenuReachesTheMenuWithEv
     gui.reachTwoCurrencyDashboard(delegate);
     QDBusConnection panel = panelConnection();
     QDBusMessage introspect = QDBusMessage::createMethodCall(
-        service, "/MenuBar", "org.freedesktop.DBus.Introspectable", "Introspect");
+        busName, "/MenuBar", "org.freedesktop.DBus.Introspectable", "Introspect");
     QDBusPendingCall introspection = panel.asyncCall(introspect);
     ASSERT_TRUE(waitUntil([&] { return introspection.isFinished(); }));
     const QString xml = introspection.reply().arguments().value(0).toString();
@@ -204,7 +225,7 @@ TEST_F(SessionBusStatusNotifierTest, AHostBuiltOnLibdbusmenuReachesTheMenuWithEv
     }
     ASSERT_GT(refresh, 0);
     QDBusMessage click =
-        QDBusMessage::createMethodCall(service, "/MenuBar", "com.canonical.dbusmenu", "EventGroup");
+        QDBusMessage::createMethodCall(busName, "/MenuBar", "com.canonical.dbusmenu", "EventGroup");
     click << QVariant::fromValue(
         DBusMenuEventList{DBusMenuEvent{refresh, "clicked", QDBusVariant(QString()), 0}});
     QDBusPendingCall clicked = panel.asyncCall(click);

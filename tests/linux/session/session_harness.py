@@ -137,12 +137,24 @@ class Session:
         self.run("busctl", "--user", "call", service, "/MenuBar", "com.canonical.dbusmenu", "Event",
                  "isvu", "--", str(item_id), "clicked", "s", "", "0")
 
+    def item_of(self, pid):
+        """The bus name of the process's item among those the watcher holds, or None.
+
+        Watchers write an item as its bus name, with its object path joined
+        by nothing or by "@"."""
+        for item in self.registered_items():
+            name = re.split(r"[/@]", item, maxsplit=1)[0]
+            try:
+                owner = self.busctl("call", "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                    "GetConnectionUnixProcessID", "s", name)["data"][0]
+            except subprocess.CalledProcessError:
+                continue  # an item whose process has gone, not yet forgotten
+            if owner == pid:
+                return name
+        return None
+
     def wait_for_item(self, app):
-        service = "org.kde.StatusNotifierItem-%d-1" % app.pid
-        wait_for("the item to register with the watcher",
-                 lambda: service + "/StatusNotifierItem" in self.registered_items()
-                 or service in self.registered_items())
-        return service
+        return wait_for("the item to register with the watcher", lambda: self.item_of(app.pid))
 
 
 # ---- the menu as lines, from dbusmenu and from `quorvane menu --json` ----
