@@ -1,12 +1,9 @@
 #include "cli/ClipboardHandoff.h"
 
 #include "cli/CommandLine.h"
+#include "services/ClipboardTool.h"
 
 #include <QByteArray>
-#include <QProcess>
-#include <QStandardPaths>
-#include <QString>
-#include <QStringList>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -18,7 +15,6 @@ namespace quorvane {
 
 namespace {
 
-constexpr int kToolWaitMs = 10000;
 constexpr int kHolderReadyWaitMs = 10000;
 
 bool writeAll(int fd, std::string_view bytes) {
@@ -35,48 +31,16 @@ bool writeAll(int fd, std::string_view bytes) {
     return true;
 }
 
-bool isSet(const char* name) {
-    return !qEnvironmentVariableIsEmpty(name);
-}
-
 } // namespace
-
-ClipboardHandoff::Session ClipboardHandoff::currentSession() {
-    return Session{isSet("WAYLAND_DISPLAY"), isSet("DISPLAY")};
-}
-
-std::optional<ClipboardHandoff::Tool> ClipboardHandoff::toolFor(const Session& session, const Finder& find) {
-    std::vector<Tool> candidates;
-    if (session.wayland) {
-        candidates.push_back({"wl-copy", {"--type", "text/plain;charset=utf-8"}});
-    }
-    if (session.x11) {
-        candidates.push_back({"xclip", {"-selection", "clipboard", "-in"}});
-        candidates.push_back({"xsel", {"--clipboard", "--input"}});
-    }
-    for (Tool& tool : candidates) {
-        const std::string path = find(tool.program);
-        if (!path.empty()) {
-            tool.program = path;
-            return tool;
-        }
-    }
-    return std::nullopt;
-}
 
 std::string ClipboardHandoff::deliver(const std::string& holder) const {
     const std::string text = m_text.value_or("");
-    const Session session = currentSession();
+    const ClipboardTool::Session session = ClipboardTool::currentSession();
     if (!session.wayland && !session.x11) {
         return "no display to copy to (neither WAYLAND_DISPLAY nor DISPLAY is set); nothing was copied";
     }
-    const std::optional<Tool> tool = toolFor(session, [](std::string_view name) {
-        return QStandardPaths::findExecutable(
-                   QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())))
-            .toStdString();
-    });
-    if (tool) {
-        return runTool(*tool, text);
+    if (const std::optional<ClipboardTool> tool = ClipboardTool::installedFor(session)) {
+        return tool->copy(text);
     }
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
     if (platform.startsWith("offscreen") || platform.startsWith("minimal")) {
@@ -84,34 +48,6 @@ std::string ClipboardHandoff::deliver(const std::string& holder) const {
                " has no clipboard other programs can read; nothing was copied";
     }
     return startHolder(holder, text);
-}
-
-std::string ClipboardHandoff::runTool(const Tool& tool, const std::string& text) {
-    QStringList arguments;
-    for (const std::string& argument : tool.arguments) {
-        arguments << QString::fromStdString(argument);
-    }
-    QProcess process;
-    // The tool's background half keeps running after this returns; it must
-    // not hold this program's output open for whoever reads it.
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.start(QString::fromStdString(tool.program), arguments);
-    const std::string name = tool.program.substr(tool.program.find_last_of('/') + 1);
-    if (!process.waitForStarted(kToolWaitMs)) {
-        return name + " could not be started; nothing was copied";
-    }
-    process.write(text.data(), static_cast<qint64>(text.size()));
-    process.closeWriteChannel();
-    if (!process.waitForFinished(kToolWaitMs)) {
-        process.kill();
-        process.waitForFinished(kToolWaitMs);
-        return name + " did not take the text in time; nothing was copied";
-    }
-    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-        return name + " failed (exit status " + std::to_string(process.exitCode()) + "); nothing was copied";
-    }
-    return {};
 }
 
 // fork and exec rather than QProcess: the holder must outlive this program,

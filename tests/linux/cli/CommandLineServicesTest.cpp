@@ -1,6 +1,6 @@
 // The command line's stand-ins for what a person sees: the clipboard tool and the key's input.
-#include "cli/ClipboardHandoff.h"
 #include "cli/KeyInput.h"
+#include "services/ClipboardTool.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ namespace {
 
 TEST(ClipboardToolTest, TheToolFitsTheSession) {
     const struct {
-        ClipboardHandoff::Session session;
+        ClipboardTool::Session session;
         std::vector<std::string> installed;
         std::string expected;
     } cases[] = {
@@ -34,10 +34,10 @@ TEST(ClipboardToolTest, TheToolFitsTheSession) {
             return std::string();
         };
 
-        const std::optional<ClipboardHandoff::Tool> tool = ClipboardHandoff::toolFor(c.session, find);
+        const std::optional<ClipboardTool> tool = ClipboardTool::forSession(c.session, find);
 
-        std::string described = tool ? tool->program : "none";
-        for (const std::string& argument : tool ? tool->arguments : std::vector<std::string>{}) {
+        std::string described = tool ? tool->program() : "none";
+        for (const std::string& argument : tool ? tool->arguments() : std::vector<std::string>{}) {
             described += " " + argument;
         }
         EXPECT_EQ(described, c.expected);
