@@ -4,6 +4,7 @@
 #include "menu/StatusTitle.h"
 #include "services/QtTimerHold.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QScreen>
 
@@ -189,7 +190,13 @@ void QtStatusItem::showDashboard(const QPoint& position) {
         return;
     }
     MenuPanel& popover = ensurePanel(m_popover, MenuPanel::Role::Popover);
-    // The icon's click toggles the dashboard, as it toggles a menu.
+    // The icon's click toggles the dashboard, as it toggles a menu. A second
+    // activation within a double click's time is the same gesture (GNOME's
+    // host activates on a double click, and may pass on both of its clicks).
+    if (m_dashboardToggled.isValid() && m_dashboardToggled.elapsed() < QApplication::doubleClickInterval()) {
+        return;
+    }
+    m_dashboardToggled.start();
     if (popover.isVisible()) {
         popover.hide();
         return;

@@ -11,6 +11,7 @@
 #include "tray/StatusNotifierService.h"
 
 #include <QDBusConnection>
+#include <QElapsedTimer>
 #include <QMenu>
 #include <QString>
 #include <QTimer>
@@ -89,6 +90,7 @@ private:
     DBusMenuExporter m_trayMenu;
     StatusNotifierService m_trayService;
     QTimer m_fallbackDelay;
+    QElapsedTimer m_dashboardToggled;
     std::vector<MenuItem> m_items;
     QString m_title;
     QString m_labelGuide;

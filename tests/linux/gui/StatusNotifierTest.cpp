@@ -5,6 +5,7 @@
 #include "gui/QtStatusItem.h"
 #include "linux/EventLoopWait.h"
 
+#include <QApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
@@ -248,10 +249,16 @@ TEST_F(SessionBusWaylandStatusNotifierTest, ThePrimaryClickTogglesAFloatingDashb
     EXPECT_EQ(popover.minimumSize(), popover.maximumSize());
     EXPECT_TRUE(gui.timerHold.isHeld()) << "timer fires wait while the dashboard is open";
     tray.Activate(0, 0);
+    EXPECT_TRUE(popover.isVisible()) << "the second click of a double click";
+    QTest::qWait(QApplication::doubleClickInterval() + 50);
+    tray.Activate(0, 0);
+    tray.Activate(0, 0);
     EXPECT_FALSE(popover.isVisible());
     EXPECT_FALSE(gui.timerHold.isHeld());
 
+    QTest::qWait(QApplication::doubleClickInterval() + 50);
     tray.Activate(0, 0);
+    ASSERT_TRUE(popover.isVisible());
     QTest::keyClick(&popover, Qt::Key_Escape);
     EXPECT_FALSE(popover.isVisible());
 }
