@@ -59,7 +59,7 @@ class Session:
     def __init__(self, args):
         self.binaries = {"quorvane": args.quorvane, "quorvane_virtual_pointer": args.pointer,
                          "quorvane_fake_watcher": args.watcher,
-                         "quorvane_kwin_fake_input": getattr(args, "fake_input", None)}
+                         "quorvane_kwin_fake_input": args.fake_input}
         self.out = args.out
         self.scratch = tempfile.mkdtemp(prefix="quorvane-session-")
         self.processes = []
