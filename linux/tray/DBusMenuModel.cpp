@@ -58,6 +58,16 @@ const DBusMenuModel::Entry* DBusMenuModel::find(int id) const {
     return found == m_entries.end() ? nullptr : &found->second;
 }
 
+std::vector<int> DBusMenuModel::submenus() const {
+    std::vector<int> ids;
+    for (const auto& [id, entry] : m_entries) {
+        if (id != kRootId && !entry.children.empty()) {
+            ids.push_back(id);
+        }
+    }
+    return ids;
+}
+
 QString DBusMenuModel::label(const std::string& title) {
     QString text = QString::fromStdString(title);
     text.replace(QLatin1Char('_'), QLatin1String("__"));

@@ -43,6 +43,8 @@ public:
     DBusMenuModel(const std::vector<MenuItem>& items, DBusMenuIds& ids);
 
     const Entry* find(int id) const;
+    // The ids of the items that open a submenu.
+    std::vector<int> submenus() const;
 
     // The subtree at `parentId`, `depth` levels deep (-1: all of it), with
     // only the named properties (none named: all of them). Nothing for an

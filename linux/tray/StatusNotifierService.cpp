@@ -10,12 +10,15 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+#include <QStringList>
 
 #include <algorithm>
 
 namespace quorvane {
 
 namespace {
+
+const QString kHostNamePrefix = QStringLiteral("org.kde.StatusNotifierHost-");
 
 constexpr QDBusConnection::RegisterOptions kExported = QDBusConnection::ExportScriptableSlots |
                                                        QDBusConnection::ExportScriptableSignals |
@@ -90,6 +93,13 @@ bool StatusNotifierService::start() {
                          SLOT(hostUnregistered()));
     m_connection.connect(watcher, path, interface, QStringLiteral("StatusNotifierItemUnregistered"), this,
                          SLOT(itemUnregistered(QString)));
+    // Every name under org.kde, of which the hosts' are picked out.
+    m_hostWatcher.setConnection(m_connection);
+    m_hostWatcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
+    m_hostWatcher.addWatchedService(QStringLiteral("org.kde*"));
+    connect(&m_hostWatcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            &StatusNotifierService::hostNameOwnerChanged);
+    listHostNames();
 
     // Asked of the bus itself, which answers at once: the launch can tell
     // whether a panel is there before it decides what to show.
@@ -102,6 +112,9 @@ bool StatusNotifierService::start() {
 
 void StatusNotifierService::watcherOwnerChanged(const QString&, const QString&, const QString& newOwner) {
     m_hasWatcher = !newOwner.isEmpty();
+    // A new watcher's host may read the item before the registration is
+    // answered (GNOME's looks for items on the bus as it starts).
+    m_iconFetched = false;
     m_registered = false;
     m_hostRegistered = false;
     m_reregister.stop();
@@ -122,11 +135,50 @@ void StatusNotifierService::hostUnregistered() {
     askWhetherAHostIsRegistered();
 }
 
+void StatusNotifierService::listHostNames() {
+    const QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ListNames"));
+    auto* pending = new QDBusPendingCallWatcher(m_connection.asyncCall(call), this);
+    connect(pending, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
+        finished->deleteLater();
+        const QDBusPendingReply<QStringList> reply = *finished;
+        for (const QString& name : reply.value()) {
+            if (name.startsWith(kHostNamePrefix)) {
+                m_hostNames.insert(name);
+            }
+        }
+    });
+}
+
+void StatusNotifierService::hostNameOwnerChanged(const QString& name, const QString&,
+                                                 const QString& newOwner) {
+    if (!name.startsWith(kHostNamePrefix)) {
+        return;
+    }
+    if (!newOwner.isEmpty()) {
+        m_hostNames.insert(name);
+        if (m_hasWatcher) {
+            askWhetherAHostIsRegistered();
+        }
+        return;
+    }
+    m_hostNames.remove(name);
+    if (m_hostNames.isEmpty()) {
+        // The last host is gone, whatever the watcher says: the next one
+        // shows the item by reading it again.
+        m_hostRegistered = false;
+        m_iconFetched = false;
+        setHosted(false);
+    }
+}
+
 void StatusNotifierService::itemUnregistered(const QString& item) {
     if (!isThisItem(item) || !m_hasWatcher) {
         return;
     }
     m_registered = false;
+    m_iconFetched = false;
     setHosted(false);
     if (!m_reregister.isActive()) {
         m_reregister.start(m_reregisterDelayMs);
@@ -144,7 +196,6 @@ bool StatusNotifierService::isThisItem(const QString& item) const {
 }
 
 void StatusNotifierService::registerWithWatcher() {
-    m_iconFetched = false;
     QDBusMessage call = watcherCall("RegisterStatusNotifierItem");
     call << QString::fromLatin1(StatusNotifierItem::kObjectPath);
     auto* pending = new QDBusPendingCallWatcher(m_connection.asyncCall(call), this);

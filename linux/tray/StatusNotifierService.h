@@ -4,6 +4,7 @@
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QTimer>
 
@@ -19,8 +20,10 @@ class StatusNotifierItem;
 // extension does when it fails to read an item it was told of too early).
 // The item counts as hosted only once a host has read its icon, which every
 // host does to draw it: a watcher that took the registration has shown
-// nothing yet. Every call to the watcher is asynchronous, so a slow or stuck
-// panel never stalls the app.
+// nothing yet. Hosts that own a name of their own on the bus
+// (org.kde.StatusNotifierHost-...) are watched too: Plasma's watcher, in
+// kded, goes on saying a host is there after plasmashell has gone. Every call to the watcher is asynchronous,
+// so a slow or stuck panel never stalls the app.
 class StatusNotifierService : public QObject {
     Q_OBJECT
 
@@ -60,10 +63,12 @@ private slots:
     void hostRegistered();
     void hostUnregistered();
     void itemUnregistered(const QString& item);
+    void hostNameOwnerChanged(const QString& name, const QString& oldOwner, const QString& newOwner);
 
 private:
     void registerWithWatcher();
     void askWhetherAHostIsRegistered();
+    void listHostNames();
     void iconFetched();
     bool isThisItem(const QString& item) const;
     void setHosted(bool hosted);
@@ -72,6 +77,9 @@ private:
     DBusMenuExporter& m_menu;
     QDBusConnection m_connection;
     QDBusServiceWatcher m_watcherWatcher;
+    QDBusServiceWatcher m_hostWatcher;
+    // The hosts' own names now on the bus.
+    QSet<QString> m_hostNames;
     QTimer m_reregister;
     int m_reregisterDelayMs = kReregisterDelayMs;
     QString m_serviceName;
@@ -80,7 +88,7 @@ private:
     // The watcher holds the item and says a host is there.
     bool m_registered = false;
     bool m_hostRegistered = false;
-    // A host read the icon since the last registration.
+    // A host read the icon since this watcher came or last dropped the item.
     bool m_iconFetched = false;
     bool m_hosted = false;
 };

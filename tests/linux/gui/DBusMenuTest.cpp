@@ -242,6 +242,22 @@ TEST_F(DBusMenuTest, ClicksRunTheirCommandOrOpenTheDashboardAndLinesToReadDoNoth
     gui.statusItem.menu().hide();
 }
 
+TEST_F(DBusMenuTest, AHostThatReadsTheTopLevelAloneIsToldToFetchEachSubmenuOnce) {
+    QSignalSpy layoutUpdated(&exporter, &DBusMenuExporter::LayoutUpdated);
+    DBusMenuLayoutItem root;
+    exporter.GetLayout(0, -1, {}, root);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(layoutUpdated.size(), 0) << "the whole tree holds every submenu";
+
+    exporter.GetLayout(0, 1, {}, root);
+    exporter.GetLayout(0, 1, {}, root);
+    QCoreApplication::processEvents();
+    ASSERT_EQ(layoutUpdated.size(), 2);
+    EXPECT_EQ(layoutUpdated[0].at(1).toInt(), idOf("Details"));
+    EXPECT_EQ(layoutUpdated[1].at(1).toInt(), idOf("Settings"));
+    EXPECT_EQ(layoutUpdated[1].at(0).toUInt(), exporter.revision());
+}
+
 TEST_F(DBusMenuTest, LayoutsAreCutToTheAskedDepthAndProperties) {
     const int settings = idOf("Settings");
     DBusMenuLayoutItem node;

@@ -204,6 +204,27 @@ TEST_F(SessionBusWaylandStatusNotifierTest,
     EXPECT_FALSE(window.isVisible());
 }
 
+TEST_F(SessionBusStatusNotifierTest, AHostThatLeavesIsGoneEvenWhereTheWatcherStillSaysAHostIsThere) {
+    // Plasma's host owns a name of its own; its watcher, in kded, never says the host left.
+    QDBusConnection host = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("host"));
+    const QString hostName = QStringLiteral("org.kde.StatusNotifierHost-4242");
+    ASSERT_TRUE(host.registerService(hostName));
+    ASSERT_TRUE(watcher.start());
+    delegate.applicationDidFinishLaunching();
+    ASSERT_TRUE(waitUntil([&] { return watcher.itemsRead() == 1; }));
+    ASSERT_EQ(item.presentation(), Presentation::TrayItem);
+
+    ASSERT_TRUE(host.unregisterService(hostName));
+    ASSERT_TRUE(waitUntil([&] { return item.presentation() == Presentation::Strip; }, kFallbackWait));
+    EXPECT_TRUE(watcher.isHostRegistered()) << "the watcher said nothing";
+
+    ASSERT_TRUE(host.registerService(hostName));
+    watcher.setHostRegistered(true); // the new host reads the items it is told of
+    ASSERT_TRUE(waitUntil([&] { return item.presentation() == Presentation::TrayItem; }));
+    EXPECT_FALSE(item.strip().isVisible());
+    QDBusConnection::disconnectFromBus(QStringLiteral("host"));
+}
+
 TEST_F(SessionBusStatusNotifierTest, AHostBuiltOnLibdbusmenuReachesTheMenuWithEventGroup) {
     ASSERT_TRUE(watcher.start());
     gui.reachTwoCurrencyDashboard(delegate);
