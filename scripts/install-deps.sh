@@ -19,6 +19,12 @@ packages=(
     # XFCE: its panel with the status tray, its window manager and settings,
     # and the tools that click, read the clipboard and take screenshots
     xfce4-panel xfwm4 xfce4-settings xfconf xdotool xclip imagemagick adwaita-icon-theme
+    # GNOME Shell with the AppIndicator extension as the status item's host
+    gnome-shell gnome-shell-extension-appindicator
+    # KDE Plasma: KWin, kded's watcher, plasmashell, and the fake-input protocol
+    kwin-wayland plasma-workspace plasma-desktop-data kded5 qtwayland5 plasma-wayland-protocols libglib2.0-bin
+    # the clipboard on Wayland, for the app copying from a panel's menu and for the tests reading it
+    wl-clipboard
     # the Debian package and the tools that judge it
     dpkg-dev fakeroot lintian desktop-file-utils appstream groff-base
     # emoji in the title, the menu and the cards
