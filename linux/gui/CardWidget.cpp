@@ -6,7 +6,9 @@
 #include "gui/UiFont.h"
 
 #include <QPalette>
+#include <QResizeEvent>
 
+#include <algorithm>
 #include <cmath>
 
 namespace quorvane {
@@ -31,8 +33,11 @@ Qt::Alignment qtAlignment(TextAlignment alignment) {
 } // namespace
 
 CardWidget::CardWidget(const Card& card, QWidget* parent)
-    : QWidget(parent) {
-    setFixedSize(pixels(card.size.width), pixels(card.size.height));
+    : QWidget(parent)
+    , m_cardWidth(pixels(card.size.width)) {
+    setMinimumWidth(m_cardWidth);
+    setFixedHeight(pixels(card.size.height));
+    resize(m_cardWidth, height());
     setAutoFillBackground(false);
     // Children are stacked in creation order, so the model's order of adding holds.
     for (const CardSubview& subview : card.subviews) {
@@ -49,6 +54,15 @@ CardWidget::CardWidget(const Card& card, QWidget* parent)
 QRect CardWidget::qtFrame(const Rect& frame, const Size& cardSize) {
     return QRect(pixels(frame.x), pixels(cardSize.height - frame.y - frame.height), pixels(frame.width),
                  pixels(frame.height));
+}
+
+void CardWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const int offset = std::max(0, (width() - m_cardWidth) / 2);
+    for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        child->move(child->x() + offset - m_offset, child->y());
+    }
+    m_offset = offset;
 }
 
 void CardWidget::addLabel(const CardLabel& label, const Size& cardSize) {

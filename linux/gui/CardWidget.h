@@ -9,7 +9,9 @@
 namespace quorvane {
 
 // Drawn 1 px to 1 pt at the card's size, with no background of its own so the
-// menu's shows through.
+// menu's shows through. Given more width than the card's (a menu whose
+// widest item and shortcut column outgrow the card), the card sits in the
+// middle of it rather than leaving a strip of menu on one side.
 class CardWidget : public QWidget {
     Q_OBJECT
 
@@ -20,8 +22,15 @@ public:
     // top-left coordinates.
     static QRect qtFrame(const Rect& frame, const Size& cardSize);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     void addLabel(const CardLabel& label, const Size& cardSize);
+
+    int m_cardWidth;
+    // How far right of their frames the labels and the chart now sit.
+    int m_offset = 0;
 };
 
 } // namespace quorvane

@@ -82,6 +82,14 @@ TEST_F(CardWidgetTest, DashboardLabelsSitAtTheirFlippedFramesWithTheirFontsAndCo
     EXPECT_EQ(chart->geometry(), QRect(18, 96, 292, 52));
     EXPECT_EQ(chart->chart().points().size(), 1u);
     EXPECT_EQ(chart->chart().accentColor(), (NamedColor{ColorName::SystemTeal, 1.0}));
+
+    // A menu wider than the card (its longest item and shortcut column) keeps the card in its middle.
+    card->show();
+    card->resize(364, 190);
+    EXPECT_EQ(shown[0]->geometry(), QRect(35, 10, 290, 22));
+    EXPECT_EQ(chart->geometry(), QRect(35, 96, 292, 52));
+    card->resize(330, 190);
+    EXPECT_EQ(chart->geometry(), QRect(18, 96, 292, 52));
 }
 
 // An unavailable account with a balance too wide for its label.
