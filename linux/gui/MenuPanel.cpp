@@ -24,9 +24,13 @@ constexpr int kPopoverMargin = 4;
 constexpr int kWindowMargin = 12;
 constexpr Font kWindowTitleFont{16.0, FontWeight::Semibold};
 
+// Both are windows of their own, so both say what they are in a title bar.
+// Their size is fixed, so neither offers to maximise; the dashboard is the
+// item's menu, opened and closed from the panel, and does not minimise.
 Qt::WindowFlags flagsFor(MenuPanel::Role role) {
-    // A menu has no title bar; the fallback window is an ordinary one.
-    return role == MenuPanel::Role::Popover ? Qt::Window | Qt::FramelessWindowHint : Qt::Window;
+    const Qt::WindowFlags flags =
+        Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
+    return role == MenuPanel::Role::Window ? flags | Qt::WindowMinimizeButtonHint : flags;
 }
 
 } // namespace
@@ -58,7 +62,7 @@ MenuPanel::MenuPanel(Role role, MenuRenderer::CommandHandler onCommand, QWidget*
     m_contents->layout()->setSpacing(0);
     m_layout->addWidget(m_contents);
     if (role == Role::Window) {
-        auto* hint = new QLabel(QString::fromLatin1(kTopBarHint), this);
+        auto* hint = new QLabel(hintFor(qEnvironmentVariable("XDG_CURRENT_DESKTOP")), this);
         hint->setWordWrap(true);
         hint->setForegroundRole(QPalette::PlaceholderText);
         hint->setFixedWidth(static_cast<int>(CardFactory::kDashboardSize.width));
@@ -67,6 +71,24 @@ MenuPanel::MenuPanel(Role role, MenuRenderer::CommandHandler onCommand, QWidget*
 }
 
 MenuPanel::~MenuPanel() = default;
+
+QString MenuPanel::hintFor(const QString& currentDesktops) {
+    for (const QString& desktop : currentDesktops.split(QLatin1Char(':'), Qt::SkipEmptyParts)) {
+        if (desktop == QLatin1String("KDE")) {
+            return QStringLiteral("For the balance in the panel, add the System Tray widget to it.");
+        }
+        if (desktop == QLatin1String("XFCE")) {
+            return QStringLiteral("For the balance in the panel, add the Status Tray plugin to it.");
+        }
+        if (desktop == QLatin1String("GNOME")) {
+            return QStringLiteral(
+                "For the balance in the top bar, install gnome-shell-extension-appindicator "
+                "and turn it on in Extensions.");
+        }
+    }
+    return QStringLiteral("For the balance in a panel, give it a system tray, "
+                          "or run 'quorvane status --json' from a bar such as waybar.");
+}
 
 void MenuPanel::setTitle(const QString& title) {
     if (m_title) {

@@ -36,9 +36,10 @@ public:
     enum class Role { Popover, Window };
 
     static constexpr const char* kWindowTitle = "Quorvane";
-    static constexpr const char* kTopBarHint =
-        "To see the balance in the top bar, turn on the AppIndicator extension, "
-        "or run 'quorvane status --json' from a bar such as waybar.";
+    // The line under the fallback window's commands on how to get the
+    // balance into the panel, for the desktop XDG_CURRENT_DESKTOP names
+    // (a colon-separated list, most specific first).
+    static QString hintFor(const QString& currentDesktops);
 
     MenuPanel(Role role, MenuRenderer::CommandHandler onCommand, QWidget* parent = nullptr);
     ~MenuPanel() override;

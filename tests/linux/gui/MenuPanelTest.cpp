@@ -128,14 +128,46 @@ TEST(MenuPanelWindowTest, TheWindowShowsTheTitleAndHowToGetTheBalanceIntoTheTopB
         texts.append(label->text());
     }
     EXPECT_EQ(texts, (QStringList{QString::fromUtf8("\xF0\x9F\x90\x8B $12.50"),
-                                  "To see the balance in the top bar, turn on the AppIndicator extension, "
-                                  "or run 'quorvane status --json' from a bar such as waybar."}));
+                                  MenuPanel::hintFor(qEnvironmentVariable("XDG_CURRENT_DESKTOP"))}));
+    EXPECT_TRUE(window.windowFlags().testFlags(Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+                                               Qt::WindowMinimizeButtonHint));
+    EXPECT_FALSE(window.windowFlags().testFlag(Qt::WindowMaximizeButtonHint)) << "its size is fixed";
     QSignalSpy closed(&window, &MenuPanel::closed);
     window.show();
     QTest::keyClick(&window, Qt::Key_Escape);
     EXPECT_TRUE(window.isVisible()) << "only closing the window quits";
     window.close();
     EXPECT_EQ(closed.size(), 1);
+}
+
+TEST(MenuPanelWindowTest, TheHintSaysWhatFitsTheDesktopThatRuns) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"GNOME",
+         "For the balance in the top bar, install gnome-shell-extension-appindicator and turn it on in "
+         "Extensions."},
+        {"ubuntu:GNOME",
+         "For the balance in the top bar, install gnome-shell-extension-appindicator and turn it "
+         "on in Extensions."},
+        {"KDE", "For the balance in the panel, add the System Tray widget to it."},
+        {"XFCE", "For the balance in the panel, add the Status Tray plugin to it."},
+        {"sway",
+         "For the balance in a panel, give it a system tray, or run 'quorvane status --json' from a bar "
+         "such as waybar."},
+        {"",
+         "For the balance in a panel, give it a system tray, or run 'quorvane status --json' from a bar such "
+         "as waybar."},
+    };
+    for (const auto& [desktops, hint] : cases) {
+        EXPECT_EQ(MenuPanel::hintFor(desktops).toStdString(), hint) << desktops;
+    }
+}
+
+TEST(MenuPanelWindowTest, TheDashboardIsAWindowWithATitleBarThatNeitherMaximisesNorMinimises) {
+    MenuPanel popover(MenuPanel::Role::Popover, {});
+    EXPECT_EQ(popover.windowTitle(), "Quorvane");
+    EXPECT_TRUE(popover.windowFlags().testFlags(Qt::WindowTitleHint | Qt::WindowCloseButtonHint));
+    EXPECT_FALSE(popover.windowFlags() &
+                 (Qt::FramelessWindowHint | Qt::WindowMaximizeButtonHint | Qt::WindowMinimizeButtonHint));
 }
 
 } // namespace
