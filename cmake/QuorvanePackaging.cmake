@@ -28,9 +28,16 @@ else()
     set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
     set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${CPACK_PACKAGE_CONTACT}")
     set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "${CPACK_PACKAGE_HOMEPAGE_URL}")
-    # Colour emoji for the marks, the cards' font, the Wayland platform, a keyring.
-    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-noto-color-emoji, fonts-inter, qt6-wayland, gnome-keyring")
-    set(CPACK_DEBIAN_PACKAGE_SUGGESTS "wl-clipboard | xclip | xsel")
+    # Colour emoji for the marks, the cards' font, the Wayland platform, a
+    # keyring, wl-copy for copying from a panel's menu on Wayland, and a host
+    # for the status item: GNOME's AppIndicator extension, unless the desktop
+    # already brings one (Plasma, Xfce, waybar, ...), which then satisfies
+    # the recommendation without pulling GNOME Shell in.
+    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
+        "fonts-noto-color-emoji, fonts-inter, qt6-wayland, gnome-keyring, wl-clipboard, \
+gnome-shell-extension-appindicator | plasma-workspace | xfce4-panel | waybar | lxqt-panel | mate-panel \
+| cinnamon | budgie-desktop")
+    set(CPACK_DEBIAN_PACKAGE_SUGGESTS "xclip | xsel")
     set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)
     # The long description; the summary above is its first line.
     set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Quorvane keeps the balance of a DeepSeek API account in the desktop's

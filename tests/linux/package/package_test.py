@@ -72,6 +72,12 @@ def main():
         errors = [line for line in lintian.stdout.splitlines() if line.startswith("E:")]
         check(not errors, "lintian:\n" + "\n".join(errors))
 
+        # GNOME users get the extension that shows the item; a desktop with a host of its own is not sent GNOME.
+        recommends = [field.strip() for field in run("dpkg-deb", "-f", package, "Recommends").stdout.split(",")]
+        check("wl-clipboard" in recommends and
+              "gnome-shell-extension-appindicator | plasma-workspace | xfce4-panel | waybar | lxqt-panel | "
+              "mate-panel | cinnamon | budgie-desktop" in recommends, "Recommends: %r" % recommends)
+
         root = os.path.join(scratch, "root")
         run("dpkg-deb", "-x", package, root)
         usr = os.path.join(root, "usr")
