@@ -34,21 +34,6 @@ uint DBusMenuExporter::GetLayout(int parentId, int recursionDepth, const QString
     if (!m_model.layout(parentId, recursionDepth, propertyNames, layout)) {
         layout = DBusMenuLayoutItem{parentId, {}, {}};
     }
-    if (parentId == DBusMenuModel::kRootId && recursionDepth >= 0 && m_filledRevision != m_revision) {
-        // A host that reads the top level alone (Plasma) fetches a submenu's
-        // items only as the submenu opens, after placing it by its empty
-        // size, so it first opens running off the screen. Told that each
-        // submenu changed, it fetches them now. Once per layout.
-        m_filledRevision = m_revision;
-        QTimer::singleShot(0, this, [this, revision = m_revision, submenus = m_model.submenus()] {
-            if (revision != m_revision) {
-                return;
-            }
-            for (const int submenu : submenus) {
-                emit LayoutUpdated(m_revision, submenu);
-            }
-        });
-    }
     return m_revision;
 }
 

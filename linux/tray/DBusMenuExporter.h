@@ -76,8 +76,6 @@ private:
     DBusMenuModel m_model;
     DBusMenuModel m_previousModel;
     uint m_revision = 1;
-    // The layout whose submenus hosts were last told to fetch.
-    uint m_filledRevision = 0;
 };
 
 } // namespace quorvane
