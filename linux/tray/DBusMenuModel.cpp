@@ -49,23 +49,14 @@ DBusMenuModel::DBusMenuModel() {
 DBusMenuModel::DBusMenuModel(const std::vector<MenuItem>& items, DBusMenuIds& ids)
     : DBusMenuModel() {
     m_ids = &ids;
-    addItems(items, kRootId, {}, 0);
+    std::vector<Nested> nested;
+    addItems(items, kRootId, {}, nested);
     m_ids = nullptr;
 }
 
 const DBusMenuModel::Entry* DBusMenuModel::find(int id) const {
     const auto found = m_entries.find(id);
     return found == m_entries.end() ? nullptr : &found->second;
-}
-
-std::vector<int> DBusMenuModel::submenus() const {
-    std::vector<int> ids;
-    for (const auto& [id, entry] : m_entries) {
-        if (id != kRootId && !entry.children.empty()) {
-            ids.push_back(id);
-        }
-    }
-    return ids;
 }
 
 QString DBusMenuModel::label(const std::string& title) {
@@ -96,7 +87,7 @@ int DBusMenuModel::add(int parentId, const std::string& key, QVariantMap propert
 }
 
 void DBusMenuModel::addItems(const std::vector<MenuItem>& items, int parentId, const std::string& parentKey,
-                             int depth) {
+                             std::vector<Nested>& nested) {
     std::map<std::string, int> seen;
     for (const MenuItem& item : items) {
         const std::string key = parentKey + "/" + siblingKey(item, seen);
@@ -130,27 +121,42 @@ void DBusMenuModel::addItems(const std::vector<MenuItem>& items, int parentId, c
             break;
         }
         case MenuItem::Kind::Submenu:
-            if (depth == 0) {
-                QVariantMap properties = textItem(item.title, item.enabled);
-                properties.insert(QStringLiteral("children-display"), QStringLiteral("submenu"));
-                addItems(item.submenu, add(parentId, key, std::move(properties)), key, depth + 1);
+            if (parentId == kRootId) {
+                addSubmenu(item, key);
             } else {
-                // The heading reads as the submenu's title ("Refresh Interval: 1 min").
-                add(parentId, key, textItem(item.title, false));
-                addItems(item.submenu, parentId, key, depth);
+                nested.push_back(Nested{&item, key});
             }
             break;
         }
     }
 }
 
+void DBusMenuModel::addSubmenu(const MenuItem& item, const std::string& key) {
+    QVariantMap properties = textItem(item.title, item.enabled);
+    properties.insert(QStringLiteral("children-display"), QStringLiteral("submenu"));
+    std::vector<Nested> nested;
+    addItems(item.submenu, add(kRootId, key, std::move(properties)), key, nested);
+    // Right after the submenu that holds it ("Settings", then "Refresh Interval: 1 min").
+    for (const Nested& inner : nested) {
+        addSubmenu(*inner.item, inner.key);
+    }
+}
+
+// A dashboard reads as one line, its title and balance: the summary lines
+// and Details below say the rest, and the line opens the dashboard itself. A
+// status card keeps each of its lines, since they say what is wrong.
 void DBusMenuModel::addCard(const Card& card, int parentId, const std::string& key) {
-    int line = 0;
+    std::vector<std::string> lines;
     for (const CardSubview& subview : card.subviews) {
         if (const auto* text = std::get_if<CardLabel>(&subview); text && !text->text.empty()) {
-            add(parentId, key + "." + std::to_string(line++), textItem(text->text, true),
-                Action::ShowDashboard);
+            lines.push_back(text->text);
         }
+    }
+    if (card.kind == Card::Kind::Dashboard && lines.size() > 2) {
+        lines = {lines[0] + " \xC2\xB7 " + lines[1]};
+    }
+    for (std::size_t line = 0; line < lines.size(); ++line) {
+        add(parentId, key + "." + std::to_string(line), textItem(lines[line], true), Action::ShowDashboard);
     }
 }
 

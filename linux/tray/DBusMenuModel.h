@@ -19,12 +19,14 @@ namespace quorvane {
 // Built whole from each new tree, as the menu is, with ids that stay with
 // their items (DBusMenuIds). Hosts draw it in menus of their own, and the
 // tree is shaped for what every host can show:
-// - the card's labels become lines to read, each of which opens the
-//   dashboard, since a host's menu holds no custom view and some hosts
-//   (GNOME's) open the menu on the primary click;
-// - a submenu inside a submenu is laid out inline, its title as a heading
-//   and its choices as a radio group under it: GNOME Shell's menus cannot
-//   open a submenu inside a submenu.
+// - a host's menu holds no custom view: the card becomes lines of text, each
+//   of which opens the dashboard, since some hosts (GNOME's) open the menu
+//   on the primary click;
+// - GNOME Shell's menus cannot open a submenu inside a submenu, and open a
+//   submenu inline, one row of 37 pixels an item: a submenu inside a
+//   submenu moves to the top level right after the one that held it, and
+//   its choices are a radio group. So the longest menu, with Settings open,
+//   fits an 800-pixel screen below GNOME's top bar.
 class DBusMenuModel {
 public:
     enum class Action { None, Command, ShowDashboard };
@@ -43,8 +45,6 @@ public:
     DBusMenuModel(const std::vector<MenuItem>& items, DBusMenuIds& ids);
 
     const Entry* find(int id) const;
-    // The ids of the items that open a submenu.
-    std::vector<int> submenus() const;
 
     // The subtree at `parentId`, `depth` levels deep (-1: all of it), with
     // only the named properties (none named: all of them). Nothing for an
@@ -67,7 +67,15 @@ public:
 private:
     int add(int parentId, const std::string& key, QVariantMap properties, Action action = Action::None,
             MenuCommand command = MenuCommand::None, std::int64_t tag = 0);
-    void addItems(const std::vector<MenuItem>& items, int parentId, const std::string& parentKey, int depth);
+    // A submenu met below the top level, with its key, moved up after the one that held it.
+    struct Nested {
+        const MenuItem* item;
+        std::string key;
+    };
+
+    void addItems(const std::vector<MenuItem>& items, int parentId, const std::string& parentKey,
+                  std::vector<Nested>& nested);
+    void addSubmenu(const MenuItem& item, const std::string& key);
     void addCard(const Card& card, int parentId, const std::string& key);
 
     std::map<int, Entry> m_entries;
