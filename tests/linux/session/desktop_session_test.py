@@ -22,13 +22,13 @@ import argparse
 import importlib
 import json
 import os
-import re
 import sys
 import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from session_harness import (APP_ID, HEIGHT, KEY, WARNING, WHALE, WIDTH, Failure, Session,  # noqa: E402
-                             balance_endpoint, check, item_id, layout_lines, model_lines, wait_for)
+from session_harness import (APP_ID, HEIGHT, WARNING, WHALE, WIDTH, Failure, Session,  # noqa: E402
+                             balance_endpoint, check, layout_lines, model_lines, start_xvfb, wait_for,
+                             x11_windows)
 
 BAR_HEIGHT = 30
 
@@ -53,9 +53,8 @@ class Sway:
         runtime = session.path("runtime")
         socket = wait_for("sway's IPC socket", lambda: [name for name in os.listdir(runtime)
                                                          if name.startswith("sway-ipc.")])
-        display = wait_for("sway's Wayland socket", lambda: [name for name in os.listdir(runtime)
-                                                              if re.fullmatch(r"wayland-\d+", name)])
-        session.env.update(SWAYSOCK=os.path.join(runtime, socket[0]), WAYLAND_DISPLAY=display[0])
+        session.env["SWAYSOCK"] = os.path.join(runtime, socket[0])
+        session.wait_for_wayland("sway's")
         # A headless seat has no pointer until one is added; panels then see clicks.
         pointer = session.start([session.binary("quorvane_virtual_pointer")], "pointer.log")
         wait_for("the virtual pointer", lambda: open(session.path("pointer.log")).read().startswith("ready")
@@ -98,10 +97,7 @@ class Sway:
 
 def test_wayland(session):
     sway = Sway(session)
-    server = balance_endpoint()
-    try:
-        session.env["QUORVANE_API_BASE_URL"] = server.url
-        session.quorvane("key", "set", stdin=KEY + "\n")
+    with balance_endpoint(session) as server:
         app_env = dict(session.env, QT_QPA_PLATFORM="wayland")
         app = session.start([session.binary("quorvane")], "app.log", env=app_env)
         service = session.wait_for_item(app)
@@ -120,16 +116,16 @@ def test_wayland(session):
         before = server.requests
         icon = session.item_property(service, "IconPixmap")
         server.total = "0.50"
-        session.menu_event(service, item_id(session.menu_layout(service), "\U0001F504 Refresh Now"))
+        session.menu_click(service, "\U0001F504 Refresh Now")
         wait_for("the low balance in the label",
                  lambda: session.item_property(service, "XAyatanaLabel") == " $0.50")
         time.sleep(1.0)
         check(server.requests == before + 1, "Refresh Now made %d requests" % (server.requests - before))
         check(session.item_property(service, "ToolTip")[3] == WARNING + " $0.50", "the tooltip is not marked low")
         check(session.item_property(service, "IconPixmap") != icon, "the icon did not change for a low balance")
-        session.menu_event(service, item_id(session.menu_layout(service), "5 min"))
+        session.menu_click(service, "5 min")
         wait_for("the chosen interval in the menu",
-                 lambda: "  (off) Refresh Interval: 5 min" in layout_lines(session.menu_layout(service)))
+                 lambda: "Refresh Interval: 5 min" in layout_lines(session.menu_layout(service)))
         stored = json.loads(session.quorvane("menu", "--json"))["menu"]
         check("  Refresh Interval: 5 min" in model_lines(stored), "the interval was not stored")
         print("ok: one request per Refresh Now, the warning icon when low, the interval stored")
@@ -162,37 +158,13 @@ def test_wayland(session):
         time.sleep(2.0)
         sway.screenshot("wayland-dashboard.png")
         session.stop(demo)
-    finally:
-        server.stop()
 
 
 # ---- X11: Xvfb with a work area ----
 
-def x11_windows(session):
-    """Quorvane's top-level windows that are mapped: (x, y, width, height)."""
-    tree = session.run("xwininfo", "-root", "-children")
-    windows = []
-    for match in re.finditer(r"(0x[0-9a-f]+) .*\(\"quorvane\" \"quorvane\"\)", tree):
-        info = session.run("xwininfo", "-id", match.group(1))
-        if "IsViewable" not in info:
-            continue
-        value = {key: int(re.search(key + r":\s+(-?\d+)", info).group(1))
-                 for key in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")}
-        windows.append((value["Absolute upper-left X"], value["Absolute upper-left Y"],
-                        value["Width"], value["Height"]))
-    return windows
-
-
 def test_x11(session):
-    number = 90
-    while os.path.exists("/tmp/.X11-unix/X%d" % number) or os.path.exists("/tmp/.X%d-lock" % number):
-        number += 1
-    session.start(["Xvfb", ":%d" % number, "-screen", "0", "%dx%dx24" % (WIDTH, HEIGHT), "-nolisten", "tcp",
-                   # Without it the server resets, properties and all, when xprop disconnects.
-                   "-noreset"],
-                  "xvfb.log")
-    wait_for("Xvfb", lambda: os.path.exists("/tmp/.X11-unix/X%d" % number))
-    session.env.update(DISPLAY=":%d" % number, QT_QPA_PLATFORM="xcb")
+    start_xvfb(session)
+    session.env["QT_QPA_PLATFORM"] = "xcb"
     # A 32-pixel panel at the top, as a window manager announces it.
     session.run("xprop", "-root", "-f", "_NET_SUPPORTED", "32a", "-set", "_NET_SUPPORTED", "_NET_WORKAREA")
     session.run("xprop", "-root", "-f", "_NET_WORKAREA", "32c", "-set", "_NET_WORKAREA",
@@ -239,6 +211,7 @@ def main():
     parser.add_argument("--watcher", help="quorvane_fake_watcher, for x11")
     parser.add_argument("--fake-input", help="quorvane_kwin_fake_input, for kde")
     parser.add_argument("--out", required=True)
+    parser.add_argument("--sanitized", action="store_true", help="the app carries sanitizers: no memory ceiling")
     args = parser.parse_args()
     test = DESKTOPS[args.desktop]
     if isinstance(test, str):

@@ -12,7 +12,8 @@ import os
 import re
 import time
 
-from session_harness import HEIGHT, KEY, WIDTH, balance_endpoint, check, wait_for
+from session_harness import (HEIGHT, WIDTH, balance_endpoint, check, check_memory_at_rest, comparable, menu_path,
+                             model_item, start_xvfb, wait_for, x11_click, x11_screenshot, x11_windows)
 
 PANEL_SIZE = 32
 REFRESH, COPY = "\U0001F504 Refresh Now", "\U0001F4CB Copy Summary"
@@ -44,79 +45,13 @@ PANEL_XML = """<?xml version="1.0" encoding="UTF-8"?>
 </channel>
 """ % PANEL_SIZE
 
-SYSTEM_BUS_CONF = """<busconfig>
-  <type>system</type>
-  <listen>unix:path=%s</listen>
-  <auth>EXTERNAL</auth>
-  <policy context="default">
-    <allow send_destination="*" eavesdrop="true"/>
-    <allow eavesdrop="true"/>
-    <allow own="*"/>
-  </policy>
-</busconfig>
-"""
-
-
-# ---- a bare X11 session: nothing here is particular to XFCE ----
-
-def start_system_bus(session):
-    """A dbus-daemon of our own with a system bus's rules, in DBUS_SYSTEM_BUS_ADDRESS."""
-    socket = session.path("runtime", "system_bus_socket")
-    with open(session.path("system-bus.conf"), "w") as out:
-        out.write(SYSTEM_BUS_CONF % socket)
-    session.start(["dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + session.path("system-bus.conf")],
-                  "system-bus.log")
-    session.env["DBUS_SYSTEM_BUS_ADDRESS"] = "unix:path=" + socket
-    wait_for("the system bus", lambda: session.run("busctl", "--system", "call", "org.freedesktop.DBus",
-                                                   "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetId"))
-
-
-def start_xvfb(session):
-    number = 90
-    while os.path.exists("/tmp/.X11-unix/X%d" % number) or os.path.exists("/tmp/.X%d-lock" % number):
-        number += 1
-    session.start(["Xvfb", ":%d" % number, "-screen", "0", "%dx%dx24" % (WIDTH, HEIGHT), "-nolisten", "tcp",
-                   "-noreset"], "xvfb.log")
-    session.env["DISPLAY"] = ":%d" % number
-    wait_for("Xvfb", lambda: os.path.exists("/tmp/.X11-unix/X%d" % number) and session.run("xprop", "-root"))
-
-
-def update_activation_environment(session, names):
-    """Services the session bus starts on demand get the session's variables."""
-    pairs = [text for name in names for text in (name, session.env[name])]
-    session.run("busctl", "--user", "call", "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-                "UpdateActivationEnvironment", "a{ss}", str(len(names)), *pairs)
-
-
-def windows(session, wm_class):
-    """Mapped windows of a class at any depth (window managers reparent): (x, y, width, height)."""
-    pattern = r'(0x[0-9a-f]+) "[^"]*": \("%s" "[^"]*"\)\s+(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(-?\d+)\+(-?\d+)' % wm_class
-    found = []
-    for match in re.finditer(pattern, session.run("xwininfo", "-root", "-tree")):
-        if "IsViewable" in session.run("xwininfo", "-id", match.group(1)):
-            width, height, x, y = (int(number) for number in match.group(2, 3, 4, 5))
-            found.append((x, y, width, height))
-    return found
-
-
-def screenshot(session, path):
-    session.run("import", "-window", "root", path if os.path.isabs(path) else os.path.join(session.out, path))
-    return path
-
-
-def click(session, box, button):
-    x, y, width, height = box
-    session.run("xdotool", "mousemove", str(x + width // 2), str(y + height // 2), "click", str(button))
-
-
-# ---- XFCE ----
 
 def start_xfce(session):
-    start_system_bus(session)
+    session.start_system_bus()
     start_xvfb(session)
     session.env.update(XDG_CURRENT_DESKTOP="XFCE", XDG_SESSION_TYPE="x11")
-    update_activation_environment(session, ["DISPLAY", "HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "LANG",
-                                            "DBUS_SYSTEM_BUS_ADDRESS", "XDG_CURRENT_DESKTOP"])
+    session.update_activation_environment(["DISPLAY", "HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "LANG",
+                                           "DBUS_SYSTEM_BUS_ADDRESS", "XDG_CURRENT_DESKTOP"])
     channel = session.path("config", "xfce4", "xfconf", "xfce-perchannel-xml")
     os.makedirs(channel)
     with open(os.path.join(channel, "xfce4-panel.xml"), "w") as out:
@@ -136,16 +71,16 @@ def start_panel(session):
 
 def host_menus(session):
     """The menus the tray plugin (its own process, wrapper-2.0) draws below the panel."""
-    return [box for box in windows(session, "wrapper-2.0") if box[1] >= PANEL_SIZE - 1]
+    return [box for box in x11_windows(session, "wrapper-2.0") if box[1] >= PANEL_SIZE - 1]
 
 
 def tray_icon(session):
     """What the tray plugin drew in the panel: the box where it differs from the panel's background."""
-    plugins = [box for box in windows(session, "wrapper-2.0") if box[1] + box[3] <= PANEL_SIZE + 1]
+    plugins = [box for box in x11_windows(session, "wrapper-2.0") if box[1] + box[3] <= PANEL_SIZE + 1]
     if len(plugins) != 1:
         return None
     x, y, width, height = plugins[0]
-    trimmed = session.run("convert", screenshot(session, session.path("shot.png")), "-crop",
+    trimmed = session.run("convert", x11_screenshot(session, session.path("shot.png")), "-crop",
                           "%dx%d+%d+%d" % (width, height, x, y), "+repage", "-fuzz", "10%", "-trim", "info:-")
     w, h, dx, dy = (int(n) for n in re.search(r" (\d+)x(\d+) \d+x\d+\+(\d+)\+(\d+) ", trimmed).groups())
     return (x + dx, y + dy, w, h) if w >= 8 and h >= 8 else None
@@ -154,7 +89,7 @@ def tray_icon(session):
 def selected_rows(session, menu):
     """The rows of the menu's selected item: the tallest band where its left margin is not the menu's colour."""
     x, y, width, height = menu
-    column = session.run("convert", screenshot(session, session.path("shot.png")), "-crop",
+    column = session.run("convert", x11_screenshot(session, session.path("shot.png")), "-crop",
                          "1x%d+%d+%d" % (height, x + 4, y), "+repage", "txt:-")
     colours = re.findall(r"^0,\d+: \S+\s+(#[0-9A-F]{6})", column, re.M)
     background = max(set(colours), key=colours.count)
@@ -169,26 +104,13 @@ def selected_rows(session, menu):
     return (y + first, y + last) if last - first >= 10 else None
 
 
-def menu_path(node, label):
-    """Where the item is: its place among the items the keyboard can reach, menu by menu."""
-    reachable = [child["data"] for child in node[2]
-                 if child["data"][1].get("type", {}).get("data") != "separator"
-                 and child["data"][1].get("enabled", {}).get("data", True)
-                 and child["data"][1].get("visible", {}).get("data", True)]
-    for index, child in enumerate(reachable):
-        inner = [] if child[1].get("label", {}).get("data") == label else menu_path(child, label)
-        if inner is not None:
-            return [index] + inner
-    return None
-
-
 def choose(session, service, icon, label):
     """Opens the item's menu in the panel, goes down to the item with the keys and clicks its row."""
     path = menu_path(session.menu_layout(service), label)
     check(path is not None, "no %r in the menu the panel reads" % label)
-    click(session, icon, 3)
+    x11_click(session, icon, 3)
     opened = []
-    for depth, index in enumerate(path):
+    for depth, (index, _) in enumerate(path):
         opened.append(wait_for("the panel's menu, level %d" % depth,
                                lambda: [box for box in host_menus(session) if box not in opened])[0])
         # The menu the click opened has nothing selected; one opened with Right, its first item.
@@ -204,60 +126,24 @@ def choose(session, service, icon, label):
     wait_for("the panel's menu to close", lambda: not host_menus(session))
 
 
-# ---- the app ----
-
-def resident_memory(pid):
-    """In kB: the status and rollup lines, and the files (or kinds of memory) that hold most of the resident set."""
-    kb = {}
-    for name in ("status", "smaps_rollup"):
-        with open("/proc/%d/%s" % (pid, name)) as lines:
-            kb.update((key, int(text.split()[0])) for key, text in (line.split(":", 1) for line in lines)
-                      if key in ("VmRSS", "RssAnon", "RssFile", "RssShmem", "Pss", "Private_Dirty"))
-    by_file, name = {}, ""
-    with open("/proc/%d/smaps" % pid) as smaps:
-        for line in smaps:
-            if re.match(r"[0-9a-f]+-[0-9a-f]+ ", line):
-                fields = line.split(None, 5)
-                name = os.path.basename(fields[5].strip()) if len(fields) > 5 else "[anonymous]"
-            elif line.startswith("Rss:"):
-                by_file[name] = by_file.get(name, 0) + int(line.split()[1])
-    return kb, sorted(by_file.items(), key=lambda entry: -entry[1])[:6]
-
-
-def find_item(items, title):
-    for item in items:
-        found = item if item.get("title") == title else find_item(item.get("submenu", []), title)
-        if found:
-            return found
-    return None
-
-
-def comparable(summary):
-    """Two processes refresh a second apart: their summaries differ only in the time of update."""
-    return re.sub(r"^Updated: \d{4}-\d\d-\d\d \d\d:\d\d:\d\d [+-]\d{4}$", "Updated: T", summary.strip("\n"), flags=re.M)
-
-
 def test(session):
     panel = start_xfce(session)
-    server = balance_endpoint()
-    try:
-        session.env["QUORVANE_API_BASE_URL"] = server.url
-        session.quorvane("key", "set", stdin=KEY + "\n")
+    with balance_endpoint(session) as server:
         session.quorvane("interval", "900")  # no timer refresh while the requests are counted
         app = session.start([session.binary("quorvane")], "app.log", env=dict(session.env, QT_QPA_PLATFORM="xcb"))
         service = session.wait_for_item(app)
         wait_for("the balance", lambda: session.item_property(service, "XAyatanaLabel") == " $12.34")
         icon = wait_for("the icon in the panel", lambda: tray_icon(session))
         check(icon[0] + icon[2] <= WIDTH and icon[1] + icon[3] <= PANEL_SIZE, "the icon is off the panel: %r" % (icon,))
-        check(windows(session, "quorvane") == [], "a window beside the item: %r" % windows(session, "quorvane"))
-        screenshot(session, "xfce-panel.png")
+        check(x11_windows(session) == [], "a window beside the item: %r" % x11_windows(session))
+        x11_screenshot(session, "xfce-panel.png")
         print("ok: the item registered with the panel's watcher, its icon drawn at %r" % (icon,))
 
-        click(session, icon, 3)
+        x11_click(session, icon, 3)
         menu = wait_for("the panel's menu", lambda: host_menus(session))[0]
         check(menu[1] <= PANEL_SIZE + 2 and menu[0] <= icon[0] and menu[0] + menu[2] <= WIDTH,
               "the panel's menu is not under the icon %r: %r" % (icon, menu))
-        screenshot(session, "xfce-menu.png")
+        x11_screenshot(session, "xfce-menu.png")
         session.run("xdotool", "key", "Escape")
         wait_for("the panel's menu to close", lambda: not host_menus(session))
         print("ok: the right click opened the panel's own menu at %r" % (menu,))
@@ -268,7 +154,7 @@ def test(session):
         time.sleep(1.5)
         check(server.requests == before + 1, "Refresh Now made %d requests" % (server.requests - before))
         choose(session, service, icon, "5 min")
-        wait_for("5 min stored", lambda: find_item(json.loads(session.quorvane("menu", "--json"))["menu"],
+        wait_for("5 min stored", lambda: model_item(json.loads(session.quorvane("menu", "--json"))["menu"],
                                                    "5 min")["state"] == "on")
         expected = comparable(session.quorvane("summary"))
         choose(session, service, icon, COPY)
@@ -276,41 +162,34 @@ def test(session):
         check(comparable(copied) == expected, "the clipboard holds %r, not %r" % (copied, expected))
         print("ok: through the panel's menu, one request per Refresh Now, 5 min stored, the summary copied")
 
-        click(session, icon, 1)
-        dashboard = wait_for("the dashboard", lambda: windows(session, "quorvane"))
+        x11_click(session, icon, 1)
+        dashboard = wait_for("the dashboard", lambda: x11_windows(session))
         x, y, width, height = dashboard[0]
         check(len(dashboard) == 1 and abs(y - PANEL_SIZE) <= 3 and x <= icon[0] and x + width >= icon[0] + icon[2]
               and x + width <= WIDTH and y + height <= HEIGHT,
               "the dashboard is not under the icon %r: %r" % (icon, dashboard))
-        screenshot(session, "xfce-dashboard.png")
+        x11_screenshot(session, "xfce-dashboard.png")
         session.run("xdotool", "key", "Escape")
-        wait_for("the dashboard to close", lambda: not windows(session, "quorvane"))
+        wait_for("the dashboard to close", lambda: not x11_windows(session))
         print("ok: the primary click opened the dashboard under the icon at %r" % (dashboard[0],))
 
-        time.sleep(2.0)  # at rest: what the dashboard freed has been given back
-        kb, top = resident_memory(app.pid)
-        print("rss: %.1f MB (anonymous %.1f, files %.1f, shared memory %.1f; pss %.1f, private dirty %.1f)"
-              % tuple(kb[name] / 1024 for name in ("VmRSS", "RssAnon", "RssFile", "RssShmem", "Pss", "Private_Dirty")))
-        print("  largest: " + ", ".join("%s %.1f" % (name, size / 1024) for name, size in top))
-        check(kb["VmRSS"] < 50 * 1024, "resident memory at rest is %.1f MB" % (kb["VmRSS"] / 1024))
+        check_memory_at_rest(session, app.pid)
 
         session.stop(panel)
         wait_for("the panel's watcher to leave", lambda: not session.has_owner("org.kde.StatusNotifierWatcher"))
         left = time.monotonic()
-        strip = wait_for("the strip", lambda: windows(session, "quorvane"), timeout=10)
+        strip = wait_for("the strip", lambda: x11_windows(session), timeout=10)
         after = time.monotonic() - left
         x, y, width, height = strip[0]
         check(2.5 <= after <= 5.0, "the strip came %.1f s after the panel left" % after)
         check(len(strip) == 1 and y <= 2 and WIDTH - 2 <= x + width <= WIDTH,
               "the strip is not at the top right: %r" % strip)
-        screenshot(session, "xfce-strip.png")
+        x11_screenshot(session, "xfce-strip.png")
         print("ok: %.1f s after the panel left, the strip at %r" % (after, strip[0]))
         start_panel(session)
         session.wait_for_item(app)
-        wait_for("the strip to go", lambda: not windows(session, "quorvane"))
+        wait_for("the strip to go", lambda: not x11_windows(session))
         icon = wait_for("the icon in the new panel", lambda: tray_icon(session))
         print("ok: the panel's return took the strip away and drew the icon again at %r" % (icon,))
         lines = [line.rstrip() for line in open(session.path("app.log")) if line.strip()]
         print("app log: %d lines" % len(lines) + "".join("\n  " + line for line in lines[:20]))
-    finally:
-        server.stop()

@@ -87,6 +87,7 @@ class Helper {
                 appId: window.get_gtk_application_id(),
                 pid: window.get_pid(),
                 shown: !window.minimized && window.showing_on_its_workspace(),
+                focus: window.has_focus(),
                 rect: [frame.x, frame.y, frame.width, frame.height],
             };
         });
