@@ -27,7 +27,8 @@ import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from session_harness import (APP_ID, HEIGHT, WARNING, WHALE, WIDTH, Failure, Session,  # noqa: E402
-                             balance_endpoint, check, layout_lines, model_lines, start_xvfb, wait_for,
+                             balance_endpoint, check, check_memory_at_rest, layout_lines, model_lines,
+                             start_xvfb, wait_for,
                              x11_windows)
 
 BAR_HEIGHT = 30
@@ -157,6 +158,10 @@ def test_wayland(session):
         sway.cursor("move", "4", "0")
         time.sleep(2.0)
         sway.screenshot("wayland-dashboard.png")
+        # A second click on the icon closes it; then the app is at rest, as it is most of the day.
+        sway.click(20, BAR_HEIGHT // 2)
+        wait_for("the dashboard to close", lambda: not [view for view in sway.views() if view[1] == APP_ID])
+        check_memory_at_rest(session, demo.pid)
         session.stop(demo)
 
 

@@ -162,6 +162,30 @@ def test(session):
             print("ok: a click on the item opened its menu of %d entries at %r" % (len(labels), menu["rect"]))
         parts.run("click", click_opens_menu)
 
+        def settings_fit():
+            # GNOME opens a submenu inside the menu: open, Settings must still
+            # fit below the top bar, down to its last entry, with no scrolling.
+            key = json.dumps(state["item"]["key"])
+            menu = shell.open_menu(state["item"])
+            settings = [entry for entry in menu["items"] if entry["label"] == "Settings"]
+            check(settings and settings[0]["shown"], "no Settings in the menu")
+            shell.click(settings[0]["rect"])
+            menu = wait_for("Settings to open", lambda: (lambda m: m if any(
+                e.get("open") for e in m["items"] if e["label"] == "Settings") else None)(shell.helper("menu(%s)" % key)))
+            time.sleep(0.5)
+            menu = shell.helper("menu(%s)" % key)
+            x, y, width, height = menu["rect"]
+            check(y >= 26 and y + height <= 800, "the menu with Settings open runs off the screen: %r" % menu["rect"])
+            for label in ("Remove API Key", "Open DeepSeek Billing"):
+                entry = [e for e in menu["items"] if e["label"] == label]
+                check(entry and entry[0]["shown"] and y <= entry[0]["rect"][1]
+                      and entry[0]["rect"][1] + entry[0]["rect"][3] <= y + height,
+                      "%r is not in view with Settings open: %r in %r" % (label, entry, menu["rect"]))
+            left = max(0, x - 20)
+            shell.screenshot("gnome-settings.png", [left, 0, min(1280 - left, width + 40), 800])
+            print("ok: with Settings open the menu fits at %r, its last entries in view" % menu["rect"])
+        parts.run("settings", settings_fit)
+
         def menu_commands():
             check("item" in state, "no item")
             before = server.requests
