@@ -22,6 +22,7 @@ import argparse
 import importlib
 import json
 import os
+import re
 import sys
 import time
 
@@ -181,6 +182,12 @@ def test_x11(session):
     x, y, width, height = strip[0]
     check(y >= 32 and x + width <= WIDTH and x >= 0, "the strip lies outside the work area: %r" % (strip[0],))
     print("ok: without a watcher the strip lies inside the work area at %r" % (strip[0],))
+    # Task lists and window switchers take a window's icon from the window on X11.
+    ids = re.findall(r'(0x[0-9a-f]+) [^\n]*\("quorvane" "[^"]*"\)', session.run("xwininfo", "-root", "-tree"))
+    icons = [session.run("xprop", "-id", window, "_NET_WM_ICON") for window in ids]
+    check(any("Icon (16 x 16)" in icon and "Icon (64 x 64)" in icon for icon in icons),
+          "no window of the app has an icon: %r" % [icon[:60] for icon in icons])
+    print("ok: the app's windows carry its icon")
 
     watcher = session.start([session.binary("quorvane_fake_watcher")], "watcher.log")
     service = session.wait_for_item(app)
