@@ -70,7 +70,8 @@ bool perform(const char* line) {
     unsigned code = 0;
     uint32_t button = 0;
     if (std::sscanf(line, "move %lf %lf", &x, &y) == 2) {
-        org_kde_kwin_fake_input_pointer_motion_absolute(fakeInput, wl_fixed_from_double(x), wl_fixed_from_double(y));
+        org_kde_kwin_fake_input_pointer_motion_absolute(fakeInput, wl_fixed_from_double(x),
+                                                        wl_fixed_from_double(y));
         return true;
     }
     if (std::sscanf(line, "key %u", &code) == 1) {
@@ -105,7 +106,8 @@ int main() {
     wl_registry_add_listener(registry, &registryListener, nullptr);
     wl_display_roundtrip(display);
     if (!fakeInput) {
-        std::fprintf(stderr, "quorvane_kwin_fake_input: the compositor offers no org_kde_kwin_fake_input 4\n");
+        std::fprintf(stderr,
+                     "quorvane_kwin_fake_input: the compositor offers no org_kde_kwin_fake_input 4\n");
         return 1;
     }
     org_kde_kwin_fake_input_authenticate(fakeInput, "Quorvane session test", "drives the desktop in a test");
