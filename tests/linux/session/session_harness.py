@@ -10,12 +10,10 @@ import json
 import os
 import re
 import shutil
-import struct
 import subprocess
 import sys
 import tempfile
 import time
-import zlib
 
 WHALE = "\U0001F40B"
 WARNING = "\u26A0\uFE0F"
@@ -288,22 +286,6 @@ def x11_screenshot(session, path):
 def x11_click(session, box, button):
     x, y, width, height = box
     session.run("xdotool", "mousemove", str(x + width // 2), str(y + height // 2), "click", str(button))
-
-
-def png_from_bgra(path, width, height, stride, data):
-    """Writes 32-bit pixels in memory order B, G, R, A (Qt's ARGB32 on x86) as an opaque RGB PNG."""
-    rows = bytearray()
-    for y in range(height):
-        row = data[y * stride:y * stride + 4 * width]
-        rgb = bytearray(3 * width)
-        rgb[0::3], rgb[1::3], rgb[2::3] = row[2::4], row[1::4], row[0::4]
-        rows += b"\0" + rgb
-
-    def chunk(kind, body):
-        return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
-    with open(path, "wb") as out:
-        out.write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0))
-                  + chunk(b"IDAT", zlib.compress(bytes(rows), 6)) + chunk(b"IEND", b""))
 
 
 # ---- the app's footprint ----
