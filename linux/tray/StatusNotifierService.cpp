@@ -120,7 +120,7 @@ void StatusNotifierService::watcherOwnerChanged(const QString&, const QString&, 
     m_reregister.stop();
     m_reregisterDelayMs = kReregisterDelayMs;
     if (!m_hasWatcher) {
-        setHosted(false);
+        updateHosted();
         return;
     }
     // A new or restarted watcher knows nothing of the items registered before.
@@ -169,7 +169,7 @@ void StatusNotifierService::hostNameOwnerChanged(const QString& name, const QStr
         // shows the item by reading it again.
         m_hostRegistered = false;
         m_iconFetched = false;
-        setHosted(false);
+        updateHosted();
     }
 }
 
@@ -179,7 +179,7 @@ void StatusNotifierService::itemUnregistered(const QString& item) {
     }
     m_registered = false;
     m_iconFetched = false;
-    setHosted(false);
+    updateHosted();
     if (!m_reregister.isActive()) {
         m_reregister.start(m_reregisterDelayMs);
         // The next drop waits longer: a watcher that drops every item is not hammered.
@@ -203,7 +203,7 @@ void StatusNotifierService::registerWithWatcher() {
         finished->deleteLater();
         m_registered = !finished->isError();
         if (!m_registered) {
-            setHosted(false);
+            updateHosted();
             return;
         }
         askWhetherAHostIsRegistered();
@@ -228,18 +228,17 @@ void StatusNotifierService::askWhetherAHostIsRegistered() {
             m_hostRegistered = error == QDBusError::UnknownProperty || error == QDBusError::InvalidArgs ||
                                error == QDBusError::UnknownInterface;
         }
-        setHosted(m_registered && m_hostRegistered && m_iconFetched);
+        updateHosted();
     });
 }
 
 void StatusNotifierService::iconFetched() {
     m_iconFetched = true;
-    if (m_registered && m_hostRegistered) {
-        setHosted(true);
-    }
+    updateHosted();
 }
 
-void StatusNotifierService::setHosted(bool hosted) {
+void StatusNotifierService::updateHosted() {
+    const bool hosted = m_registered && m_hostRegistered && m_iconFetched;
     if (hosted) {
         m_reregisterDelayMs = kReregisterDelayMs;
     }

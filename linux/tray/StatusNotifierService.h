@@ -71,7 +71,9 @@ private:
     void listHostNames();
     void iconFetched();
     bool isThisItem(const QString& item) const;
-    void setHosted(bool hosted);
+    // Hosted is the watcher holding the item, a host there, and its icon
+    // read; says so when that changes.
+    void updateHosted();
 
     StatusNotifierItem& m_item;
     DBusMenuExporter& m_menu;
