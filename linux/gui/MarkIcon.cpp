@@ -6,7 +6,7 @@
 #include <QPainter>
 #include <QPixmap>
 
-#include <cmath>
+#include <iterator>
 
 namespace quorvane {
 
@@ -26,41 +26,52 @@ QRect inkBounds(const QImage& image) {
     return bounds;
 }
 
-} // namespace
-
-QImage MarkIcon::render(const QString& mark, int size) {
-    // Drawn large, then its ink scaled to fill the square: an emoji's box is
-    // taller than its ink and the whale is wide and flat, so a glyph drawn
-    // at the icon's size covers barely half of a 16-pixel panel icon.
-    const int canvas = std::max(64, size * 4);
-    QImage glyph(canvas, canvas, QImage::Format_ARGB32_Premultiplied);
+// The mark drawn large and cut to its ink. An emoji's box is taller than its
+// ink and the whale is wide and flat, so a glyph drawn at the icon's size
+// covers barely half of a 16-pixel panel icon; scaled from its ink, it
+// fills the square. Four times the largest icon keeps every size sharp.
+QImage ink(const QString& mark) {
+    constexpr int kCanvas = 4 * MarkIcon::kSizes[std::size(MarkIcon::kSizes) - 1];
+    QImage glyph(kCanvas, kCanvas, QImage::Format_ARGB32_Premultiplied);
     glyph.fill(Qt::transparent);
     QPainter painter(&glyph);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, true);
     QFont font = UiFont::emojiFont(QGuiApplication::font());
-    font.setPixelSize(canvas / 2);
+    font.setPixelSize(kCanvas / 2);
     painter.setFont(font);
-    painter.drawText(QRect(0, 0, canvas, canvas), Qt::AlignCenter, mark);
+    painter.drawText(QRect(0, 0, kCanvas, kCanvas), Qt::AlignCenter, mark);
     painter.end();
+    // copy() of an empty rectangle would be the whole canvas.
+    const QRect bounds = inkBounds(glyph);
+    return bounds.isEmpty() ? QImage() : glyph.copy(bounds);
+}
 
+// The ink scaled into a square of `size`, centred.
+QImage fit(const QImage& ink, int size) {
     QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
-    const QRect ink = inkBounds(glyph);
-    if (ink.isEmpty()) {
+    if (ink.isNull()) {
         return image;
     }
-    const QImage scaled = glyph.copy(ink).scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    QPainter icon(&image);
-    icon.drawImage((size - scaled.width()) / 2, (size - scaled.height()) / 2, scaled);
-    icon.end();
+    const QImage scaled = ink.scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    QPainter painter(&image);
+    painter.drawImage((size - scaled.width()) / 2, (size - scaled.height()) / 2, scaled);
+    painter.end();
     return image;
 }
 
+} // namespace
+
+QImage MarkIcon::render(const QString& mark, int size) {
+    return fit(ink(mark), size);
+}
+
 QList<QImage> MarkIcon::renderAll(const QString& mark) {
+    const QImage drawn = ink(mark);
     QList<QImage> images;
     for (const int size : kSizes) {
-        images.append(render(mark, size));
+        images.append(fit(drawn, size));
     }
     return images;
 }
