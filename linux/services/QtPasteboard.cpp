@@ -14,14 +14,18 @@ namespace quorvane {
 QtPasteboard::QtPasteboard(bool wayland)
     : m_wayland(wayland) {}
 
+bool QtPasteboard::refusedByTheCompositor() const {
+    return m_wayland && QGuiApplication::focusWindow() == nullptr;
+}
+
 void QtPasteboard::clearContents() {
-    if (!m_wayland || QGuiApplication::focusWindow() != nullptr) {
+    if (!refusedByTheCompositor()) {
         QGuiApplication::clipboard()->clear(QClipboard::Clipboard);
     }
 }
 
 void QtPasteboard::writeString(const std::string& text) {
-    if (m_wayland && QGuiApplication::focusWindow() == nullptr) {
+    if (refusedByTheCompositor()) {
         const std::optional<ClipboardTool> tool = ClipboardTool::installedFor({true, false});
         if (tool) {
             const std::string error = tool->copy(text);

@@ -26,6 +26,9 @@ public:
     void writeString(const std::string& text) override;
 
 private:
+    // On Wayland with no window of the app focused.
+    bool refusedByTheCompositor() const;
+
     bool m_wayland;
     bool m_toldOfMissingTool = false;
 };

@@ -48,10 +48,8 @@ DBusMenuModel::DBusMenuModel() {
 
 DBusMenuModel::DBusMenuModel(const std::vector<MenuItem>& items, DBusMenuIds& ids)
     : DBusMenuModel() {
-    m_ids = &ids;
     std::vector<Nested> nested;
-    addItems(items, kRootId, {}, nested);
-    m_ids = nullptr;
+    addItems(items, kRootId, {}, ids, nested);
 }
 
 const DBusMenuModel::Entry* DBusMenuModel::find(int id) const {
@@ -78,31 +76,30 @@ DBusMenuShortcut DBusMenuModel::shortcut(const std::string& keyEquivalent) {
     return {QStringList{QStringLiteral("Control"), key}};
 }
 
-int DBusMenuModel::add(int parentId, const std::string& key, QVariantMap properties, Action action,
-                       MenuCommand command, std::int64_t tag) {
-    const int id = m_ids->idFor(key);
+int DBusMenuModel::add(int parentId, int id, QVariantMap properties, Action action, MenuCommand command,
+                       std::int64_t tag) {
     m_entries[id] = Entry{std::move(properties), {}, action, command, tag};
     m_entries[parentId].children.push_back(id);
     return id;
 }
 
 void DBusMenuModel::addItems(const std::vector<MenuItem>& items, int parentId, const std::string& parentKey,
-                             std::vector<Nested>& nested) {
+                             DBusMenuIds& ids, std::vector<Nested>& nested) {
     std::map<std::string, int> seen;
     for (const MenuItem& item : items) {
         const std::string key = parentKey + "/" + siblingKey(item, seen);
         switch (item.kind) {
         case MenuItem::Kind::Separator:
-            add(parentId, key, {{QStringLiteral("type"), QStringLiteral("separator")}});
+            add(parentId, ids.idFor(key), {{QStringLiteral("type"), QStringLiteral("separator")}});
             break;
         case MenuItem::Kind::Card:
             if (item.card) {
-                addCard(*item.card, parentId, key);
+                addCard(*item.card, parentId, key, ids);
             }
             break;
         case MenuItem::Kind::Informational:
             // A line to read, as the Mac shows an item without an action.
-            add(parentId, key, textItem(item.title, false));
+            add(parentId, ids.idFor(key), textItem(item.title, false));
             break;
         case MenuItem::Kind::Command: {
             QVariantMap properties = textItem(item.title, item.enabled);
@@ -110,19 +107,19 @@ void DBusMenuModel::addItems(const std::vector<MenuItem>& items, int parentId, c
                 properties.insert(QStringLiteral("shortcut"),
                                   QVariant::fromValue(shortcut(item.keyEquivalent)));
             }
-            add(parentId, key, std::move(properties), Action::Command, item.command, item.tag);
+            add(parentId, ids.idFor(key), std::move(properties), Action::Command, item.command, item.tag);
             break;
         }
         case MenuItem::Kind::Choice: {
             QVariantMap properties = textItem(item.title, item.enabled);
             properties.insert(QStringLiteral("toggle-type"), QStringLiteral("radio"));
             properties.insert(QStringLiteral("toggle-state"), item.checked ? 1 : 0);
-            add(parentId, key, std::move(properties), Action::Command, item.command, item.tag);
+            add(parentId, ids.idFor(key), std::move(properties), Action::Command, item.command, item.tag);
             break;
         }
         case MenuItem::Kind::Submenu:
             if (parentId == kRootId) {
-                addSubmenu(item, key);
+                addSubmenu(item, key, ids);
             } else {
                 nested.push_back(Nested{&item, key});
             }
@@ -131,21 +128,21 @@ void DBusMenuModel::addItems(const std::vector<MenuItem>& items, int parentId, c
     }
 }
 
-void DBusMenuModel::addSubmenu(const MenuItem& item, const std::string& key) {
+void DBusMenuModel::addSubmenu(const MenuItem& item, const std::string& key, DBusMenuIds& ids) {
     QVariantMap properties = textItem(item.title, item.enabled);
     properties.insert(QStringLiteral("children-display"), QStringLiteral("submenu"));
     std::vector<Nested> nested;
-    addItems(item.submenu, add(kRootId, key, std::move(properties)), key, nested);
+    addItems(item.submenu, add(kRootId, ids.idFor(key), std::move(properties)), key, ids, nested);
     // Right after the submenu that holds it ("Settings", then "Refresh Interval: 1 min").
     for (const Nested& inner : nested) {
-        addSubmenu(*inner.item, inner.key);
+        addSubmenu(*inner.item, inner.key, ids);
     }
 }
 
 // A dashboard reads as one line, its title and balance: the summary lines
 // and Details below say the rest, and the line opens the dashboard itself. A
 // status card keeps each of its lines, since they say what is wrong.
-void DBusMenuModel::addCard(const Card& card, int parentId, const std::string& key) {
+void DBusMenuModel::addCard(const Card& card, int parentId, const std::string& key, DBusMenuIds& ids) {
     std::vector<std::string> lines;
     for (const CardSubview& subview : card.subviews) {
         if (const auto* text = std::get_if<CardLabel>(&subview); text && !text->text.empty()) {
@@ -156,7 +153,8 @@ void DBusMenuModel::addCard(const Card& card, int parentId, const std::string& k
         lines = {lines[0] + " \xC2\xB7 " + lines[1]};
     }
     for (std::size_t line = 0; line < lines.size(); ++line) {
-        add(parentId, key + "." + std::to_string(line), textItem(lines[line], true), Action::ShowDashboard);
+        add(parentId, ids.idFor(key + "." + std::to_string(line)), textItem(lines[line], true),
+            Action::ShowDashboard);
     }
 }
 

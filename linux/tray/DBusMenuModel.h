@@ -65,7 +65,7 @@ public:
     static DBusMenuShortcut shortcut(const std::string& keyEquivalent);
 
 private:
-    int add(int parentId, const std::string& key, QVariantMap properties, Action action = Action::None,
+    int add(int parentId, int id, QVariantMap properties, Action action = Action::None,
             MenuCommand command = MenuCommand::None, std::int64_t tag = 0);
     // A submenu met below the top level, with its key, moved up after the one that held it.
     struct Nested {
@@ -74,12 +74,11 @@ private:
     };
 
     void addItems(const std::vector<MenuItem>& items, int parentId, const std::string& parentKey,
-                  std::vector<Nested>& nested);
-    void addSubmenu(const MenuItem& item, const std::string& key);
-    void addCard(const Card& card, int parentId, const std::string& key);
+                  DBusMenuIds& ids, std::vector<Nested>& nested);
+    void addSubmenu(const MenuItem& item, const std::string& key, DBusMenuIds& ids);
+    void addCard(const Card& card, int parentId, const std::string& key, DBusMenuIds& ids);
 
     std::map<int, Entry> m_entries;
-    DBusMenuIds* m_ids = nullptr;
 };
 
 } // namespace quorvane
