@@ -18,6 +18,7 @@ AppDelegate::AppDelegate(const Platform& platform, std::string apiBaseUrl)
     , m_autoRefresh(m_defaults)
     , m_baselines(m_defaults, platform.clock, platform.formatter)
     , m_history(m_defaults, platform.clock)
+    , m_lowBalance(m_defaults, platform.formatter)
     , m_cards(m_appMark, platform.formatter, platform.clock, m_history, m_autoRefresh)
     , m_menuBuilder(m_appMark, platform.formatter, m_autoRefresh, m_cards)
     , m_self(std::make_shared<AppDelegate*>(this)) {}
@@ -79,6 +80,7 @@ void AppDelegate::finishRefresh(RefreshOutcome outcome) {
         recordHistory(*m_lastResponse);
         updateFacts();
         updateStatusTitle(*m_facts);
+        noticeLowBalance(*m_facts);
     } else {
         m_lastResponse.reset();
         m_lastError = std::move(outcome.error);
@@ -99,6 +101,23 @@ void AppDelegate::updateFacts() {
 
 void AppDelegate::updateStatusTitle(const RefreshFacts& facts) {
     setTitle(StatusTitle::forFacts(facts, m_appMark, m_platform.formatter));
+}
+
+void AppDelegate::noticeLowBalance(const RefreshFacts& facts) {
+    if (m_platform.notifier == nullptr) {
+        return;
+    }
+    if (const std::optional<Notification> notification = m_lowBalance.afterRefresh(facts)) {
+        m_platform.notifier->notify(*notification);
+    }
+}
+
+bool AppDelegate::lowBalanceNotificationsEnabled() const {
+    return m_lowBalance.enabled();
+}
+
+void AppDelegate::setLowBalanceNotificationsEnabled(bool enabled) {
+    m_lowBalance.setEnabled(enabled);
 }
 
 std::optional<BalanceInfo> AppDelegate::preferredBalance(const BalanceResponse& response) const {

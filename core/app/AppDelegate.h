@@ -7,6 +7,7 @@
 #include "balance/BalanceResponse.h"
 #include "keychain/KeychainStore.h"
 #include "menu/CardFactory.h"
+#include "menu/LowBalanceNotice.h"
 #include "menu/MenuBuilder.h"
 #include "menu/StatusTitle.h"
 #include "platform/Defaults.h"
@@ -56,6 +57,10 @@ public:
     // command line reads it before the program starts); `key` is already judged
     // by KeyDialog::acceptedText.
     void saveAPIKey(const std::string& key);
+    // Whether a fall of the shown balance to low is told with a notification;
+    // set from the command line, stored, on by default.
+    bool lowBalanceNotificationsEnabled() const;
+    void setLowBalanceNotificationsEnabled(bool enabled);
 
     // Called after every change of the state below, once the menu is rebuilt:
     // the one moment a watcher (the command line waiting for a refresh) needs.
@@ -92,6 +97,7 @@ private:
     void setTitle(const StatusTitle& title);
     void updateFacts();
     void updateStatusTitle(const RefreshFacts& facts);
+    void noticeLowBalance(const RefreshFacts& facts);
     double currentRefreshInterval() const;
     void configureAutoRefresh();
     void updateBaselinesIfNeeded(const BalanceResponse& response);
@@ -118,6 +124,7 @@ private:
     AutoRefreshSettings m_autoRefresh;
     SpendBaselines m_baselines;
     BalanceHistory m_history;
+    LowBalanceNotice m_lowBalance;
     CardFactory m_cards;
     MenuBuilder m_menuBuilder;
     // Callbacks that outlive the delegate (a reply or a timer fire arriving

@@ -7,6 +7,7 @@
 #include "platform/Clock.h"
 #include "platform/Formatter.h"
 #include "platform/HttpClient.h"
+#include "platform/Notifier.h"
 #include "platform/Pasteboard.h"
 #include "platform/RepeatingTimer.h"
 #include "platform/SecretStore.h"
@@ -31,6 +32,9 @@ struct Platform {
     Pasteboard& pasteboard;
     Workspace& workspace;
     Application& application;
+    // None where nobody would see a notice (the command line): the delegate
+    // then leaves the low-balance record to the app that tells the user.
+    Notifier* notifier = nullptr;
 };
 
 } // namespace quorvane

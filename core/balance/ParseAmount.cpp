@@ -3,7 +3,11 @@
 namespace quorvane {
 
 Decimal parseAmount(std::string_view text) {
-    return Decimal::parse(text).value_or(Decimal{});
+    return readAmount(text).value_or(Decimal{});
+}
+
+std::optional<Decimal> readAmount(std::string_view text) {
+    return Decimal::parse(text);
 }
 
 } // namespace quorvane

@@ -3,6 +3,7 @@
 
 #include "values/Decimal.h"
 
+#include <optional>
 #include <string_view>
 
 namespace quorvane {
@@ -15,5 +16,10 @@ namespace quorvane {
 // 1), an exponent is read ("1e3" is 1000). A value beyond the decimal's range
 // reads as 0.
 Decimal parseAmount(std::string_view text);
+
+// The same reading, but nothing where parseAmount falls back to 0: the text
+// starts with no number, or its value is beyond the decimal's range. For a
+// rule that must not act on an amount the endpoint did not give.
+std::optional<Decimal> readAmount(std::string_view text);
 
 } // namespace quorvane

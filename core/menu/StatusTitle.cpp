@@ -42,11 +42,14 @@ StatusTitle StatusTitle::forFacts(const RefreshFacts& facts, std::string_view ap
     if (preferred == nullptr) {
         return of(State::NoBalance, appMark);
     }
-    const Decimal& balance = preferred->remaining;
-    const std::string amount =
-        formatter.currency(balance, preferred->currency, kTitleFractionDigits).value_or(balance.toString());
-    return StatusTitle(preferred->healthy ? appMark : kLowMark, " " + amount,
+    return StatusTitle(preferred->healthy ? appMark : kLowMark,
+                       " " + amountText(preferred->remaining, preferred->currency, formatter),
                        preferred->healthy ? State::Healthy : State::Low);
+}
+
+std::string StatusTitle::amountText(const Decimal& amount, const std::string& currency,
+                                    const Formatter& formatter) {
+    return formatter.currency(amount, currency, kTitleFractionDigits).value_or(amount.toString());
 }
 
 } // namespace quorvane

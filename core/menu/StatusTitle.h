@@ -36,6 +36,11 @@ public:
     static StatusTitle forFacts(const RefreshFacts& facts, std::string_view appMark,
                                 const Formatter& formatter);
 
+    // The balance as the title writes it: the currency with at most two
+    // fraction digits, or the plain decimal where the formatter gives nothing.
+    static std::string amountText(const Decimal& amount, const std::string& currency,
+                                  const Formatter& formatter);
+
     const std::string& mark() const { return m_mark; }
     // Everything after the mark, starting with its blank.
     const std::string& text() const { return m_text; }

@@ -14,7 +14,9 @@ RefreshFacts RefreshFacts::of(const BalanceResponse& response, const SpendBaseli
     for (const BalanceInfo& info : response.balanceInfos) {
         CurrencyFacts currency;
         currency.currency = info.currency;
-        currency.remaining = parseAmount(info.totalBalance);
+        const std::optional<Decimal> remaining = readAmount(info.totalBalance);
+        currency.remaining = remaining.value_or(Decimal{});
+        currency.remainingKnown = remaining.has_value();
         currency.granted = parseAmount(info.grantedBalance);
         currency.toppedUp = parseAmount(info.toppedUpBalance);
         currency.spentToday = baselines.spentToday(currency.remaining, info.currency);

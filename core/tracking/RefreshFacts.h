@@ -22,6 +22,9 @@ struct CurrencyFacts {
     Decimal spentToday;
     Decimal spentSinceBaseline;
     bool healthy = true;
+    // False when the remaining balance's text held no amount, so `remaining`
+    // is the 0 it stands in for.
+    bool remainingKnown = true;
 };
 
 // The title, the menu, its card and the copied summary all read a refresh

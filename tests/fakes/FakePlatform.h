@@ -29,8 +29,8 @@ struct FakePlatform {
     RecordingDesktop desktop;
 
     Platform platform() {
-        return Platform{statusItem,    settings, secrets, http,    clock,   formatter,
-                        textSegmenter, timers,   desktop, desktop, desktop, desktop};
+        return Platform{statusItem, settings, secrets, http,    clock,   formatter, textSegmenter,
+                        timers,     desktop,  desktop, desktop, desktop, &desktop};
     }
 
     void storeKey(const std::string& key) { secrets.putItem("Quorvane", "DeepSeekAPIKey", key); }

@@ -1,8 +1,10 @@
-// Recording stand-ins for the desktop services: application, pasteboard, workspace and the key alert.
+// Recording stand-ins for the desktop services: application, pasteboard, workspace, the key alert and
+// notifications.
 #pragma once
 
 #include "platform/Alert.h"
 #include "platform/Application.h"
+#include "platform/Notifier.h"
 #include "platform/Pasteboard.h"
 #include "platform/Workspace.h"
 
@@ -12,8 +14,12 @@
 
 namespace quorvane {
 
-// One log for all four, so tests can check the order across services.
-class RecordingDesktop : public Application, public Pasteboard, public Workspace, public Alert {
+// One log for all five, so tests can check the order across services.
+class RecordingDesktop : public Application,
+                         public Pasteboard,
+                         public Workspace,
+                         public Alert,
+                         public Notifier {
 public:
     void setAccessoryPolicy() override { m_log.push_back("accessory policy"); }
     void activateIgnoringOtherApps() override { m_log.push_back("activate"); }
@@ -29,6 +35,11 @@ public:
     }
 
     void openUrl(const std::string& url) override { m_log.push_back("open " + url); }
+
+    void notify(const Notification& notification) override {
+        m_log.push_back("notify");
+        m_notifications.push_back(notification);
+    }
 
     AlertResponse runModal(const AlertRequest& request) override {
         m_log.push_back("alert");
@@ -48,12 +59,14 @@ public:
     const std::vector<std::string>& log() const { return m_log; }
     const std::string& pasteboard() const { return m_pasteboard; }
     const std::vector<AlertRequest>& alerts() const { return m_alerts; }
+    const std::vector<Notification>& notifications() const { return m_notifications; }
 
 private:
     std::vector<std::string> m_log;
     std::string m_pasteboard;
     std::deque<AlertResponse> m_answers;
     std::vector<AlertRequest> m_alerts;
+    std::vector<Notification> m_notifications;
 };
 
 } // namespace quorvane

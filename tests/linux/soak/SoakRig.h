@@ -34,8 +34,8 @@ struct SoakRig {
     SoakRig() { secrets.putItem("Quorvane", "DeepSeekAPIKey", std::string(kKey)); }
 
     Platform platform() {
-        return Platform{statusItem,    settings, secrets, http,    clock,   formatter,
-                        textSegmenter, timers,   desktop, desktop, desktop, desktop};
+        return Platform{statusItem, settings, secrets, http,    clock,   formatter, textSegmenter,
+                        timers,     desktop,  desktop, desktop, desktop, &desktop};
     }
 };
 
