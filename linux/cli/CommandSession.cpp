@@ -9,7 +9,7 @@ CommandSession::CommandSession(LinuxServices& services, const SessionStores& sto
     : m_services(services)
     , m_desktop(out) {
     m_delegate = std::make_unique<AppDelegate>(
-        services.platform(stores, {m_statusItem, m_alert, m_clipboard, m_desktop, m_desktop}),
+        services.platform(stores, {m_statusItem, m_alert, m_clipboard, m_desktop, m_desktop, nullptr}),
         stores.apiBaseUrl);
     if (stores.prepare) {
         stores.prepare();

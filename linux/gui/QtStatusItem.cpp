@@ -201,15 +201,40 @@ void QtStatusItem::showDashboard(const QPoint& position) {
         popover.hide();
         return;
     }
+    showPopover(popover, m_trayItem.takeActivationToken());
+}
+
+void QtStatusItem::showPopover(MenuPanel& popover, const QString& activationToken) {
     popover.setMenu(m_items);
-    const QString token = m_trayItem.takeActivationToken();
-    if (!token.isEmpty()) {
+    if (!activationToken.isEmpty()) {
         // Qt hands it to the compositor with the window's activation request.
-        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
     }
     popover.show();
     popover.raise();
     popover.activateWindow();
+}
+
+void QtStatusItem::openDashboard(const QString& activationToken) {
+    switch (m_presentation) {
+    case Presentation::Hidden:
+        return;
+    case Presentation::Strip:
+        popUpMenuUnderStrip();
+        return;
+    case Presentation::Window:
+        if (m_window) {
+            showPopover(*m_window, activationToken);
+        }
+        return;
+    case Presentation::TrayItem:
+        if (m_wayland) {
+            showPopover(ensurePanel(m_popover, MenuPanel::Role::Popover), activationToken);
+        } else {
+            popUpMenuAt(QPoint());
+        }
+        return;
+    }
 }
 
 void QtStatusItem::popUpMenuAt(const QPoint& position) {

@@ -58,6 +58,12 @@ public:
     void attachMenu() override;
     void menuDidChange(const std::vector<MenuItem>& items) override;
 
+    // Brings the dashboard up, never down, for something outside the panel
+    // (a notification's click): the popover or menu of the item, or the
+    // fallback face. `activationToken`, where the sender gave one, lets the
+    // compositor put it in front.
+    void openDashboard(const QString& activationToken);
+
     Presentation presentation() const { return m_presentation; }
     QMenu& menu() { return m_menu; }
     StatusStripWidget& strip() { return m_strip; }
@@ -71,6 +77,7 @@ private:
     void present();
     void hostedChanged(bool hosted);
     void showDashboard(const QPoint& position);
+    void showPopover(MenuPanel& popover, const QString& activationToken);
     // Once per showing of the dashboard, however its show and hide events come.
     void holdTimers(bool hold);
     void popUpMenuAt(const QPoint& position);

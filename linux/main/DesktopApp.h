@@ -8,6 +8,7 @@
 #include "services/QtApplication.h"
 #include "services/QtPasteboard.h"
 #include "services/QtWorkspace.h"
+#include "tray/FreedesktopNotifier.h"
 
 #include <memory>
 
@@ -32,6 +33,7 @@ private:
     QtWorkspace m_workspace;
     QtApplication m_application;
     QtStatusItem m_statusItem;
+    FreedesktopNotifier m_notifier;
     std::unique_ptr<AppDelegate> m_delegate;
 };
 

@@ -13,14 +13,16 @@
 namespace quorvane {
 
 // What a person sees and answers differs between the desktop app and a
-// command: the status item, dialogs, the clipboard, the browser and the
-// application object. Each front owns those and passes them in here.
+// command: the status item, dialogs, the clipboard, the browser, the
+// application object and notifications. Each front owns those and passes them in here.
 struct PlatformFaces {
     StatusItem& statusItem;
     Alert& alert;
     Pasteboard& pasteboard;
     Workspace& workspace;
     Application& application;
+    // None for a command, which never notifies.
+    Notifier* notifier = nullptr;
 };
 
 // Everything else is the same for both fronts and made once per process:
