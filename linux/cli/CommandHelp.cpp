@@ -139,6 +139,20 @@ std::string intervalPage() {
            "off, \" (auto-refresh is off)\" follows.\n";
 }
 
+std::string notificationsPage() {
+    return "Usage: quorvane [--demo] notifications on|off|status\n\n"
+           "on      the desktop app shows a desktop notification when the balance\n"
+           "        in the menu bar falls low (the title's warning mark), once per\n"
+           "        fall: again only after a refresh has found it above the warning\n"
+           "        level. This is the default.\n"
+           "off     no notifications; the warning mark still shows\n"
+           "status  changes nothing\n\n"
+           "Each prints the setting as it then is: \"Low-balance notifications: on\"\n"
+           "or \"Low-balance notifications: off\". Nothing is refreshed, and no\n"
+           "command ever shows a notification. Clicking a notification opens the\n"
+           "dashboard, where the desktop's notifications offer clicks.\n";
+}
+
 std::string autostartPage() {
     return "Usage: quorvane autostart on|off|status\n\n"
            "on      starts the desktop app whenever you log in, through an entry in\n"
@@ -170,6 +184,8 @@ std::string CommandHelp::overview() {
            intervalChoices() +
            "\n"
            "                           set the seconds between automatic refreshes\n"
+           "  notifications on|off|status\n"
+           "                           notify when the balance falls low, or not\n"
            "  autostart on|off|status  start the desktop app at login, or not\n\n"
            "Options:\n"
            "  --demo   a simulated account on a local server, with settings and key kept\n"
@@ -185,7 +201,7 @@ namespace {
 using Page = std::pair<std::string_view, std::string (*)()>;
 
 // In the overview's order.
-constexpr std::array<Page, 10> kPages = {{
+constexpr std::array<Page, 11> kPages = {{
     {"status", statusPage},
     {"summary", summaryPage},
     {"menu", menuPage},
@@ -195,6 +211,7 @@ constexpr std::array<Page, 10> kPages = {{
     {"history", historyPage},
     {"auto-refresh", autoRefreshPage},
     {"interval", intervalPage},
+    {"notifications", notificationsPage},
     {"autostart", autostartPage},
 }};
 

@@ -7,6 +7,7 @@
 #include "cli/HistoryCommand.h"
 #include "cli/IntervalCommand.h"
 #include "cli/KeyCommand.h"
+#include "cli/NotificationsCommand.h"
 #include "cli/ShowMenuCommand.h"
 #include "cli/StatusCommand.h"
 #include "cli/SummaryCommand.h"
@@ -23,6 +24,7 @@ CommandSet::CommandSet() {
     m_commands.push_back(std::make_unique<HistoryCommand>());
     m_commands.push_back(std::make_unique<AutoRefreshCommand>());
     m_commands.push_back(std::make_unique<IntervalCommand>());
+    m_commands.push_back(std::make_unique<NotificationsCommand>());
     m_commands.push_back(std::make_unique<AutostartCommand>());
 }
 

@@ -20,6 +20,7 @@ enum class CommandName {
     AutoRefresh,
     Interval,
     Autostart,
+    Notifications,
     // The detached helper that keeps a copied summary on the clipboard; not for people.
     HoldClipboard,
 };
@@ -42,6 +43,8 @@ struct Invocation {
     std::int64_t intervalSeconds = 0;
     // autostart: "on", "off" or "status"
     std::string autostart;
+    // notifications: "on", "off" or "status"
+    std::string notifications;
 };
 
 // What reading the arguments came to: something to run, a help page, or a usage error.

@@ -12,7 +12,7 @@ _quorvane() {
         esac
     done
     case $command in
-    "") words="--demo --help status summary menu card key baseline history auto-refresh interval autostart" ;;
+    "") words="--demo --help status summary menu card key baseline history auto-refresh interval notifications autostart" ;;
     status | menu) words="--json --help" ;;
     summary) words="--copy --help" ;;
     card)
@@ -26,6 +26,7 @@ _quorvane() {
     baseline) words="reset --help" ;;
     history) words="clear --help" ;;
     auto-refresh) words="on off --help" ;;
+    notifications) words="on off status --help" ;;
     interval) words="30 60 300 900 --help" ;;
     autostart) words="on off status --help" ;;
     *) words="" ;;

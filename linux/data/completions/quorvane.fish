@@ -1,5 +1,5 @@
 # fish completion for quorvane
-set -l commands status summary menu card key baseline history auto-refresh interval autostart
+set -l commands status summary menu card key baseline history auto-refresh interval notifications autostart
 complete -c quorvane -f
 complete -c quorvane -n "not __fish_seen_subcommand_from $commands" -l demo -d 'A simulated account: nothing of yours is read or written'
 complete -c quorvane -l help -d 'Show the help page'
@@ -12,6 +12,7 @@ complete -c quorvane -n "not __fish_seen_subcommand_from $commands" -a baseline 
 complete -c quorvane -n "not __fish_seen_subcommand_from $commands" -a history -d 'Forget the balance history'
 complete -c quorvane -n "not __fish_seen_subcommand_from $commands" -a auto-refresh -d 'Switch refreshing on a timer on or off'
 complete -c quorvane -n "not __fish_seen_subcommand_from $commands" -a interval -d 'Set the seconds between automatic refreshes'
+complete -c quorvane -n "not __fish_seen_subcommand_from $commands" -a notifications -d 'Notify when the balance falls low, or not'
 complete -c quorvane -n "not __fish_seen_subcommand_from $commands" -a autostart -d 'Start the desktop app at login, or not'
 complete -c quorvane -n "__fish_seen_subcommand_from status menu" -l json -d 'Print JSON'
 complete -c quorvane -n "__fish_seen_subcommand_from summary" -l copy -d 'Also copy it to the clipboard'
@@ -23,4 +24,5 @@ complete -c quorvane -n "__fish_seen_subcommand_from baseline" -a reset
 complete -c quorvane -n "__fish_seen_subcommand_from history" -a clear
 complete -c quorvane -n "__fish_seen_subcommand_from auto-refresh" -a "on off"
 complete -c quorvane -n "__fish_seen_subcommand_from interval" -a "30 60 300 900"
+complete -c quorvane -n "__fish_seen_subcommand_from notifications" -a "on off status"
 complete -c quorvane -n "__fish_seen_subcommand_from autostart" -a "on off status"

@@ -21,6 +21,7 @@ struct Expected {
     int scale = 2;
     bool autoRefreshOn = true;
     std::int64_t intervalSeconds = 0;
+    std::string notifications = "";
 };
 
 // A case runs the expected invocation when `text` is empty, prints help starting with `text` when it
@@ -42,6 +43,9 @@ TEST(CommandLineTest, EachCommandLineRunsOneThingPrintsHelpOrNamesItsMistake) {
         {{"card", "--png", "--hover"}, {.command = CommandName::Card, .pngPath = "--hover"}, ""},
         {{"--demo", "key", "remove"}, {.command = CommandName::KeyRemove, .demo = true}, ""},
         {{"auto-refresh", "off"}, {.command = CommandName::AutoRefresh, .autoRefreshOn = false}, ""},
+        {{"--demo", "notifications", "status"},
+         {.command = CommandName::Notifications, .demo = true, .notifications = "status"},
+         ""},
         {{"interval", "5", "min"}, {.command = CommandName::Interval, .intervalSeconds = 300}, ""},
         {{"interval", "30 SEC"}, {.command = CommandName::Interval, .intervalSeconds = 30}, ""},
         {{"--hold-clipboard"}, {.command = CommandName::HoldClipboard}, ""},
@@ -112,6 +116,13 @@ TEST(CommandLineTest, EachCommandLineRunsOneThingPrintsHelpOrNamesItsMistake) {
         {{"auto-refresh", "maybe"},
          {},
          "quorvane auto-refresh: say 'on' or 'off'; see 'quorvane auto-refresh --help'"},
+        {{"notifications", "on", "off"},
+         {},
+         "quorvane notifications: takes one argument, 'on', 'off' or 'status'; see 'quorvane notifications "
+         "--help'"},
+        {{"notifications", "On"},
+         {},
+         "quorvane notifications: say 'on', 'off' or 'status'; see 'quorvane notifications --help'"},
         {{"interval"},
          {},
          "quorvane interval: say one of 30, 60, 300, 900, '30 sec', '1 min', '5 min', '15 min'; see "
@@ -120,7 +131,7 @@ TEST(CommandLineTest, EachCommandLineRunsOneThingPrintsHelpOrNamesItsMistake) {
     };
     const auto fields = [](const auto& i) {
         return std::tuple(i.command, i.demo, i.json, i.copy, i.pngPath, i.hoverIndex, i.scale,
-                          i.autoRefreshOn, i.intervalSeconds);
+                          i.autoRefreshOn, i.intervalSeconds, i.notifications);
     };
     for (const Case& c : cases) {
         const ParsedCommandLine parsed = CommandLine::parse(c.arguments);

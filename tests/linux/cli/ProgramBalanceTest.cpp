@@ -199,5 +199,29 @@ TEST_F(ProgramTest, IntervalAndAutoRefreshSurviveBetweenRunsAndSendNothing) {
         << menu.out;
 }
 
+TEST_F(ProgramTest, TheNotificationSettingIsStoredAndNoCommandRecordsALowBalanceAsTold) {
+    program.answerBalances({{"USD", "0.50"}});
+    program.saveKey();
+
+    const ProgramHarness::Result status = program.run({"status"});
+    const ProgramHarness::Result initially = program.run({"notifications", "status"});
+    const ProgramHarness::Result off = program.run({"notifications", "off"});
+    const qsizetype requests = program.requestCount();
+    const ProgramHarness::Result stillOff = program.run({"notifications", "status"});
+    const ProgramHarness::Result on = program.run({"notifications", "on"});
+
+    EXPECT_EQ(status.out, "\xE2\x9A\xA0\xEF\xB8\x8F $0.50\n");
+    EXPECT_EQ(initially.out, "Low-balance notifications: on\n");
+    EXPECT_EQ(off.out, "Low-balance notifications: off\n");
+    EXPECT_EQ(stillOff.out, "Low-balance notifications: off\n");
+    EXPECT_EQ(on.out, "Low-balance notifications: on\n");
+    EXPECT_EQ(program.requestCount(), requests) << "the setting refreshes nothing";
+    QFile settings(program.settingsFile());
+    ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
+    const QByteArray stored = settings.readAll();
+    EXPECT_TRUE(stored.contains("lowBalanceNotifications=true\n")) << stored.constData();
+    EXPECT_FALSE(stored.contains("lowBalanceNotified")) << "the app, which tells the user, keeps that record";
+}
+
 } // namespace
 } // namespace quorvane
