@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Quorvane in real desktop sessions, as a user meets it.
 
-    desktop_session_test.py wayland|x11|xfce|gnome|kde --quorvane BIN [--pointer BIN] [--watcher BIN] --out DIR
+    desktop_session_test.py wayland|x11|notifications|xfce|gnome|kde --quorvane BIN [--pointer BIN]
+        [--watcher BIN] [--notifications BIN] --out DIR
 
 wayland: sway (headless, software rendering) with waybar as its panel and
 tray. The desktop app must open no window of its own, register its item
@@ -211,7 +212,7 @@ def test_x11(session):
 
 
 # Each desktop's test: a function here, or test(session) in a module of its own.
-DESKTOPS = {"wayland": test_wayland, "x11": test_x11,
+DESKTOPS = {"wayland": test_wayland, "x11": test_x11, "notifications": "notification_session",
             "xfce": "xfce_session", "gnome": "gnome_session", "kde": "kde_session"}
 
 
@@ -220,7 +221,8 @@ def main():
     parser.add_argument("desktop", choices=sorted(DESKTOPS))
     parser.add_argument("--quorvane", required=True)
     parser.add_argument("--pointer", help="quorvane_virtual_pointer, for wayland")
-    parser.add_argument("--watcher", help="quorvane_fake_watcher, for x11")
+    parser.add_argument("--watcher", help="quorvane_fake_watcher, for x11 and notifications")
+    parser.add_argument("--notifications", help="quorvane_fake_notifications, for notifications")
     parser.add_argument("--fake-input", help="quorvane_kwin_fake_input, for kde")
     parser.add_argument("--out", required=True)
     parser.add_argument("--sanitized", action="store_true", help="the app carries sanitizers: no memory ceiling")

@@ -97,6 +97,7 @@ class Session:
     def __init__(self, args):
         self.binaries = {"quorvane": args.quorvane, "quorvane_virtual_pointer": args.pointer,
                          "quorvane_fake_watcher": args.watcher,
+                         "quorvane_fake_notifications": args.notifications,
                          "quorvane_kwin_fake_input": args.fake_input}
         self.out = args.out
         self.sanitized = args.sanitized

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 namespace quorvane {
 
 // Lives on a connection of its own, as a desktop's server lives in the
@@ -44,6 +46,8 @@ public:
     void stop();
 
     const QList<Shown>& shown() const { return m_shown; }
+    // Called with each notice as it comes in.
+    void onNotify(std::function<void(const Shown&)> handler) { m_onNotify = std::move(handler); }
     // A click on the notice: the token first, as the specification orders them.
     void invoke(uint id, const QString& action, const QString& activationToken = QString());
     void close(uint id);
@@ -57,7 +61,6 @@ public slots:
     Q_SCRIPTABLE QString GetServerInformation(QString& vendor, QString& version, QString& specVersion);
 
 signals:
-    void notified(const quorvane::FakeNotificationServer::Shown& shown);
     Q_SCRIPTABLE void NotificationClosed(uint id, uint reason);
     Q_SCRIPTABLE void ActionInvoked(uint id, const QString& actionKey);
     Q_SCRIPTABLE void ActivationToken(uint id, const QString& activationToken);
@@ -66,6 +69,7 @@ private:
     QDBusConnection m_connection;
     const QStringList m_capabilities;
     QList<Shown> m_shown;
+    std::function<void(const Shown&)> m_onNotify;
     uint m_lastId = 0;
     bool m_running = false;
 };

@@ -46,7 +46,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "quorvane_fake_notifications: could not take org.freedesktop.Notifications\n");
         return 1;
     }
-    QObject::connect(&server, &quorvane::FakeNotificationServer::notified, &server, print);
+    server.onNotify(print);
     QSocketNotifier input(0, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &server, [&server, &input] {
         std::string command;
