@@ -15,6 +15,10 @@
 #include "MacWorkspace.h"
 #include "app/Platform.h"
 
+#if QUORVANE_HAS_USER_NOTIFICATIONS
+#include "MacNotifier.h"
+#endif
+
 #include <objc/objc.h>
 
 namespace quorvane {
@@ -33,8 +37,9 @@ public:
 
     // References into this object, valid while it lives.
     Platform platform() {
-        return Platform{m_statusItem,    m_settings, m_secrets, m_http,       m_clock,     m_formatter,
-                        m_textSegmenter, m_timers,   m_alert,   m_pasteboard, m_workspace, m_application};
+        return Platform{m_statusItem, m_settings,      m_secrets, m_http,  m_clock,
+                        m_formatter,  m_textSegmenter, m_timers,  m_alert, m_pasteboard,
+                        m_workspace,  m_application,   notifier()};
     }
 
 private:
@@ -50,6 +55,21 @@ private:
     MacPasteboard m_pasteboard;
     MacWorkspace m_workspace;
     MacApplication m_application;
+#if QUORVANE_HAS_USER_NOTIFICATIONS
+    // A click on the low-balance notice opens the status item's menu.
+    MacNotifier m_notifier{[this] {
+        m_statusItem.openMenu();
+    }};
+    Notifier* notifier() {
+        return &m_notifier;
+    }
+#else
+    // Built where the SDK has no UserNotifications: no notices, and no
+    // record of a fall told, as on the command line.
+    static Notifier* notifier() {
+        return nullptr;
+    }
+#endif
 };
 
 } // namespace quorvane

@@ -29,6 +29,10 @@ public:
     void attachMenu() override;
     void menuDidChange(const std::vector<MenuItem>& items) override;
 
+    // Opens the item's menu as a click on it does, for a click elsewhere
+    // that asks for the dashboard (the low-balance notice).
+    void openMenu();
+
 private:
     struct Impl;
     std::unique_ptr<Impl> m_impl;

@@ -39,6 +39,10 @@ void MacStatusItem::attachMenu() {
     m_impl->statusItem.menu = m_impl->menu;
 }
 
+void MacStatusItem::openMenu() {
+    [m_impl->statusItem.button performClick:nil];
+}
+
 void MacStatusItem::menuDidChange(const std::vector<MenuItem>& items) {
     [m_impl->menu removeAllItems];
     [m_impl->renderer fillMenu:m_impl->menu withItems:items];
