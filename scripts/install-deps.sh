@@ -19,8 +19,10 @@ packages=(
     # XFCE: its panel with the status tray, its window manager and settings,
     # and the tools that click, read the clipboard and take screenshots
     xfce4-panel xfwm4 xfce4-settings xfconf xdotool xclip imagemagick adwaita-icon-theme
-    # GNOME Shell with the AppIndicator extension as the status item's host
-    gnome-shell gnome-shell-extension-appindicator
+    # GNOME Shell with the AppIndicator extension as the status item's host,
+    # and gjs, which runs the shell's notification service (every GNOME
+    # desktop has it; gnome-shell alone does not pull it in)
+    gnome-shell gnome-shell-extension-appindicator gjs
     # KDE Plasma: KWin, kded's watcher, plasmashell, and the fake-input protocol
     kwin-wayland plasma-workspace plasma-desktop-data kded5 qtwayland5 plasma-wayland-protocols libglib2.0-bin
     # the clipboard on Wayland, for the app copying from a panel's menu and for the tests reading it

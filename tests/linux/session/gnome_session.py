@@ -2,7 +2,8 @@
 the host, driven as a user drives it: the item's label in the top bar, a
 click that opens its menu, Refresh Now, an interval and Copy Summary chosen
 in that menu, the dashboard, the fallback window while the host is away,
-resident memory at rest, and screenshots of the top bar and the menu.
+the low-balance notice in the shell's message tray and its click, resident
+memory at rest, and screenshots of the top bar, the menu and the notice.
 
 A small extension of the test's own (gnome-test-helper@quorvane) turns on
 the shell's unsafe mode, so Eval and Screenshot answer, and offers a virtual
@@ -263,6 +264,35 @@ def test(session):
             state["item"] = wait_for("the item back in the top bar", lambda: shell.indicator(label), 15)
             print("ok: the host came back, the window went and the item returned")
         parts.run("host", host_leaves_and_returns)
+
+        def low_balance_notification():
+            # The balance falls low through Refresh Now: the shell's own
+            # notification server shows the app's notice, and its click opens the dashboard.
+            check("item" in state, "no item")
+            server.total, before = "0.80", server.requests
+            shell.choose(state["item"], "\U0001F504 Refresh Now")
+            wait_for("Refresh Now's request", lambda: server.requests > before, 5)
+            state["item"] = wait_for("the low balance in the top bar", lambda: shell.indicator(" $0.80"), 10)
+            notices = wait_for("the notice in the message tray", lambda: [
+                notice for source in shell.eval(
+                    "imports.ui.main.messageTray.getSources().map(s => ({source: s.title, notices: "
+                    "s.notifications.map(n => ({title: n.title, body: n.bannerBodyText}))}))")
+                for notice in source["notices"] if source["source"] == "Quorvane"], 10)
+            check(notices == [{"title": "DeepSeek balance is low",
+                               "body": "$0.80 left, at or below the warning level of $1.00."}],
+                  "the shell's notices from Quorvane: %r" % notices)
+            time.sleep(1.0)
+            shell.screenshot("gnome-notification.png", [320, 0, 640, 140])
+            print("ok: the shell shows the notice %r" % notices[0]["body"])
+            shell.eval("imports.ui.main.messageTray.getSources().find(s => s.title == 'Quorvane')"
+                       ".notifications[0].activate(); true")
+            windows = wait_for("the dashboard from the notice", lambda: shell.app_windows(app.pid), 8)
+            check(windows[0]["title"] == "Quorvane", "the dashboard: %r" % windows)
+            wait_for("the dashboard to take the focus", lambda: shell.app_windows(app.pid)[0]["focus"], 5)
+            print("ok: a click on the notice opened the dashboard, in front")
+            shell.click(state["item"]["rect"], 2)
+            wait_for("the dashboard to close", lambda: shell.app_windows(app.pid) == [], 8)
+        parts.run("notification", low_balance_notification)
 
         def memory_at_rest():
             wait_for("no window", lambda: shell.app_windows(app.pid) == [])
