@@ -16,9 +16,9 @@ packages=(
     # the desktop sessions the tests run the app in: X11 with a work area,
     # and Wayland (sway with waybar as panel and tray, Qt's Wayland plugin)
     x11-utils python3 sway waybar grim qt6-wayland libwayland-dev
-    # XFCE: its panel with the status tray, its window manager and settings,
-    # and the tools that click, read the clipboard and take screenshots
-    xfce4-panel xfwm4 xfce4-settings xfconf xdotool xclip imagemagick adwaita-icon-theme
+    # XFCE: its panel with the status tray, its window manager, settings and
+    # notification daemon, and the tools that click, read the clipboard and take screenshots
+    xfce4-panel xfwm4 xfce4-settings xfconf xfce4-notifyd xdotool xclip imagemagick adwaita-icon-theme
     # GNOME Shell with the AppIndicator extension as the status item's host,
     # and gjs, which runs the shell's notification service (every GNOME
     # desktop has it; gnome-shell alone does not pull it in)

@@ -4,9 +4,11 @@ The panel's status tray plugin is the StatusNotifierWatcher and host: it
 draws the item's icon in the panel and the item's menu from dbusmenu, and
 sends the clicks on that menu back as EventGroup. Everything here goes
 through the panel: pointer and keys from xdotool, screenshots from
-`import -window root`, the clipboard read with xclip. Screenshots of the
-panel, its menu, the dashboard and the strip go to --out.
+`import -window root`, the clipboard read with xclip. xfce4-notifyd shows
+the low-balance notice. Screenshots of the panel, its menu, the dashboard,
+the notice and the strip go to --out.
 """
+import glob
 import json
 import os
 import re
@@ -16,6 +18,8 @@ from session_harness import (HEIGHT, WIDTH, balance_endpoint, check, check_memor
                              model_item, start_xvfb, wait_for, x11_click, x11_screenshot, x11_windows)
 
 PANEL_SIZE = 32
+# Outside PATH, in the multiarch library folder.
+NOTIFYD = (glob.glob("/usr/lib/*/xfce4/notifyd/xfce4-notifyd") + ["xfce4-notifyd"])[0]
 REFRESH, COPY = "\U0001F504 Refresh Now", "\U0001F4CB Copy Summary"
 
 # One panel along the top: a separator that takes the free room, then the tray at the right end.
@@ -60,6 +64,9 @@ def start_xfce(session):
     wait_for("xfsettingsd", lambda: session.has_owner("org.xfce.SettingsDaemon"))
     session.start(["xfwm4", "--compositor=off"], "xfwm4.log")
     wait_for("xfwm4", lambda: "window id #" in session.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
+    # The session starts its notification daemon at login (its autostart entry, for XFCE only).
+    session.start([NOTIFYD], "notifyd.log")
+    wait_for("xfce4-notifyd", lambda: session.has_owner("org.freedesktop.Notifications"))
     return start_panel(session)
 
 
@@ -172,6 +179,23 @@ def test(session):
         session.run("xdotool", "key", "Escape")
         wait_for("the dashboard to close", lambda: not x11_windows(session))
         print("ok: the primary click opened the dashboard under the icon at %r" % (dashboard[0],))
+
+        # The balance falls low: XFCE's notification daemon shows the notice; its click opens the dashboard.
+        server.total = "0.80"
+        choose(session, service, icon, REFRESH)
+        wait_for("the low balance", lambda: session.item_property(service, "XAyatanaLabel") == " $0.80")
+        notice = wait_for("xfce4-notifyd's notice", lambda: x11_windows(session, "xfce4-notifyd"), 15)
+        time.sleep(1.0)
+        x11_screenshot(session, "xfce-notification.png")
+        # notifyd draws the offered click as a button at the notice's bottom right.
+        x, y, width, height = notice[0]
+        session.run("xdotool", "mousemove", str(x + width - 70), str(y + height - 30), "click", "1")
+        dashboard = wait_for("the dashboard from the notice", lambda: x11_windows(session))
+        check(not x11_windows(session, "xfce4-notifyd"), "the notice stayed after its click")
+        session.run("xdotool", "key", "Escape")
+        wait_for("the dashboard to close", lambda: not x11_windows(session))
+        print("ok: xfce4-notifyd showed the notice at %r; its click opened the dashboard at %r"
+              % (notice[0], dashboard[0]))
 
         check_memory_at_rest(session, app.pid)
 
