@@ -2,24 +2,20 @@
 
 #include "cli/AutostartEntry.h"
 
+#include <utility>
+
 namespace quorvane {
 
 AutostartCommand::AutostartCommand()
     : Command("autostart", {CommandName::Autostart}) {}
 
 ParsedCommandLine AutostartCommand::parse(CommandArguments::List arguments, Invocation invocation) const {
-    if (arguments.size() != 1 ||
-        (arguments[0] != "on" && arguments[0] != "off" && arguments[0] != "status")) {
-        return CommandArguments::usageError(word(), arguments.size() > 1
-                                                        ? "takes one argument, 'on', 'off' or 'status'"
-                                                        : "say 'on', 'off' or 'status'");
-    }
-    if (invocation.demo) {
+    ParsedCommandLine parsed = CommandArguments::withSwitch(word(), arguments, CommandName::Autostart,
+                                                            std::move(invocation), &Invocation::autostart);
+    if (parsed.outcome == ParsedCommandLine::Outcome::Run && parsed.invocation.demo) {
         return CommandArguments::usageError(word(), "the demo changes nothing of yours; leave out --demo");
     }
-    invocation.command = CommandName::Autostart;
-    invocation.autostart = arguments[0];
-    return CommandArguments::run(invocation);
+    return parsed;
 }
 
 int AutostartCommand::execute(const Invocation& invocation, CommandIo& io) const {

@@ -104,4 +104,16 @@ ParsedCommandLine CommandArguments::withWord(std::string_view command, List argu
     return run(invocation);
 }
 
+ParsedCommandLine CommandArguments::withSwitch(std::string_view command, List arguments, CommandName name,
+                                               Invocation invocation, std::string Invocation::*field) {
+    if (arguments.size() != 1 ||
+        (arguments[0] != "on" && arguments[0] != "off" && arguments[0] != "status")) {
+        return usageError(command, arguments.size() > 1 ? "takes one argument, 'on', 'off' or 'status'"
+                                                        : "say 'on', 'off' or 'status'");
+    }
+    invocation.command = name;
+    invocation.*field = arguments[0];
+    return run(invocation);
+}
+
 } // namespace quorvane

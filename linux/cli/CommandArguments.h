@@ -39,6 +39,10 @@ public:
     static ParsedCommandLine withWord(std::string_view command, List arguments, std::string_view word,
                                       CommandName name, Invocation invocation);
 
+    // A command of one argument, "on", "off" or "status", stored in `field`.
+    static ParsedCommandLine withSwitch(std::string_view command, List arguments, CommandName name,
+                                        Invocation invocation, std::string Invocation::*field);
+
     // Digits only, as a number that fits; nothing otherwise.
     static std::optional<std::int64_t> wholeNumber(std::string_view text);
 };

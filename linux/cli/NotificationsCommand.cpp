@@ -1,20 +1,15 @@
 #include "cli/NotificationsCommand.h"
 
+#include <utility>
+
 namespace quorvane {
 
 NotificationsCommand::NotificationsCommand()
     : SessionCommand("notifications", {CommandName::Notifications}) {}
 
 ParsedCommandLine NotificationsCommand::parse(CommandArguments::List arguments, Invocation invocation) const {
-    if (arguments.size() != 1 ||
-        (arguments[0] != "on" && arguments[0] != "off" && arguments[0] != "status")) {
-        return CommandArguments::usageError(word(), arguments.size() > 1
-                                                        ? "takes one argument, 'on', 'off' or 'status'"
-                                                        : "say 'on', 'off' or 'status'");
-    }
-    invocation.command = CommandName::Notifications;
-    invocation.notifications = arguments[0];
-    return CommandArguments::run(invocation);
+    return CommandArguments::withSwitch(word(), arguments, CommandName::Notifications, std::move(invocation),
+                                        &Invocation::notifications);
 }
 
 int NotificationsCommand::run(const Invocation& invocation, CommandSession& session, CommandIo& io) const {

@@ -132,7 +132,8 @@ void FreedesktopNotifier::reportFailure(const QDBusError& error) {
         return;
     }
     m_failureReported = true;
-    m_log << "quorvane: no notification server answered (" << error.name().toStdString()
+    const QString reason = error.name().isEmpty() ? QStringLiteral("no session bus") : error.name();
+    m_log << "quorvane: no notification server answered (" << reason.toStdString()
           << "); a low balance shows only in the panel\n";
     m_log.flush();
 }

@@ -29,7 +29,7 @@ QString imageSize(const QVariant& hint) {
     argument >> width >> height >> rowStride >> hasAlpha >> bitsPerSample >> channels >> bytes;
     argument.endStructure();
     const bool filled = width > 0 && bitsPerSample == 8 && channels == (hasAlpha ? 4 : 3) &&
-                        rowStride >= width * channels && bytes.size() == rowStride * height;
+                        rowStride >= width * channels && bytes.size() == qsizetype{rowStride} * height;
     return filled ? QStringLiteral("%1x%2").arg(width).arg(height) : QString();
 }
 
