@@ -37,6 +37,8 @@ TEST_F(ProgramTest, AutostartOnWritesTheEntryThatStartsTheAppAndOffLeavesTheFold
     const ProgramHarness::Result offAgain = program.run({"autostart", "off"});
 
     EXPECT_EQ(first.out, "Quorvane does not start at login.\n");
+    EXPECT_EQ(first.exitCode, 0);
+    EXPECT_EQ(now.exitCode, 0) << "asking is no failure, whatever the answer";
     EXPECT_EQ(on.exitCode, 0) << on.err;
     EXPECT_EQ(on.out, "Quorvane starts at login (" + entry + ").\n");
     EXPECT_EQ(during.join("\n").toStdString(),

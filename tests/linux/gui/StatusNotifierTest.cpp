@@ -15,6 +15,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <array>
+
 // These run on a session bus of their own (dbus-run-session), where the test
 // plays the panel: a watcher on a connection of its own that comes and goes.
 namespace quorvane {
@@ -79,6 +81,41 @@ TEST(MarkIconTest, TheMarkFillsTheIconFromEdgeToEdge) {
             EXPECT_EQ(left, 0) << size;
             EXPECT_EQ(right, size - 1) << size;
         }
+    }
+}
+
+// Panels redraw on each signal, and the title is set on every refresh: a
+// part set again unchanged must not be announced.
+TEST(StatusNotifierItemTest, OnlyWhatChangedIsAnnounced) {
+    struct Step {
+        QString mark;
+        QString label;
+        QString guide;
+        // Totals of icons drawn, NewIcon, XAyatanaNewLabel and NewToolTip so far.
+        std::array<qsizetype, 4> totals;
+    };
+    const QString& whale = kWhale;
+    const QString& warning = kWarning;
+    const Step steps[] = {
+        {whale, " $1.50", " $1.50", {1, 1, 1, 1}},   {whale, " $1.50", " $1.50", {1, 1, 1, 1}},
+        {whale, " ...", " $1.50", {1, 1, 2, 2}},     {whale, " ...", " $1.50", {1, 1, 2, 2}},
+        {warning, " $0.50", " $0.50", {2, 2, 3, 3}}, {warning, " $0.50", " $12.50", {2, 2, 4, 4}},
+        {whale, " $0.50", " $12.50", {3, 3, 4, 5}},
+    };
+    StatusNotifierItem tray;
+    qsizetype drawn = 0;
+    const auto draw = [&drawn](const QString&) {
+        ++drawn;
+        return SniIconPixmapList{};
+    };
+    QSignalSpy icons(&tray, &StatusNotifierItem::NewIcon);
+    QSignalSpy labels(&tray, &StatusNotifierItem::XAyatanaNewLabel);
+    QSignalSpy toolTips(&tray, &StatusNotifierItem::NewToolTip);
+    for (const Step& step : steps) {
+        tray.setTitle(step.mark, step.label, step.guide, draw);
+        EXPECT_EQ((std::array<qsizetype, 4>{drawn, icons.size(), labels.size(), toolTips.size()}),
+                  step.totals)
+            << step.label.toStdString() << " / " << step.guide.toStdString();
     }
 }
 
