@@ -5,7 +5,9 @@
 #   2. the same suite built with clang under AddressSanitizer and
 #      UndefinedBehaviorSanitizer (scripts/sanitize.sh);
 #   3. each libFuzzer target for 60 seconds from its seed corpus
-#      (scripts/fuzz.sh).
+#      (scripts/fuzz.sh);
+# and then prints the lines of tests against the lines of the product
+# (scripts/test-ratio.py).
 # With CI set, compiler warnings are errors. QUORVANE_SKIP_SANITIZERS=1 and
 # QUORVANE_SKIP_FUZZ=1 leave out stages 2 and 3 for a quicker local run.
 set -euo pipefail
@@ -35,3 +37,6 @@ if [ "${QUORVANE_SKIP_FUZZ:-}" != 1 ]; then
     echo "== Fuzz each decoder for 60 seconds"
     bash scripts/fuzz.sh 60
 fi
+
+echo "== Tests against the product"
+python3 scripts/test-ratio.py
