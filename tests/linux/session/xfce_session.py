@@ -89,7 +89,10 @@ def tray_icon(session):
     x, y, width, height = plugins[0]
     trimmed = session.run("convert", x11_screenshot(session, session.path("shot.png")), "-crop",
                           "%dx%d+%d+%d" % (width, height, x, y), "+repage", "-fuzz", "10%", "-trim", "info:-")
-    w, h, dx, dy = (int(n) for n in re.search(r" (\d+)x(\d+) \d+x\d+\+(\d+)\+(\d+) ", trimmed).groups())
+    found = re.search(r" (\d+)x(\d+) \d+x\d+\+(\d+)\+(\d+) ", trimmed)
+    if not found:
+        return None  # nothing drawn yet: trimming a plain box gives a negative offset
+    w, h, dx, dy = (int(n) for n in found.groups())
     return (x + dx, y + dy, w, h) if w >= 8 and h >= 8 else None
 
 
