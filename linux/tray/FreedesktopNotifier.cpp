@@ -13,7 +13,7 @@ namespace quorvane {
 
 namespace {
 
-// What the specification asks for a notice with no deadline of its own: the
+// The notification protocol's value for a notice with no deadline of its own: the
 // server's default time.
 constexpr int kServerDefaultTimeout = -1;
 constexpr uchar kUrgencyNormal = 1;

@@ -11,7 +11,7 @@ const QString kService = QStringLiteral("org.freedesktop.Notifications");
 const QString kPath = QStringLiteral("/org/freedesktop/Notifications");
 constexpr uint kClosedByCall = 3;
 
-// (iiibiiay) as the specification lays it out; empty unless the bytes are
+// (iiibiiay) as the notification protocol lays it out; empty unless the bytes are
 // exactly rows of RGBA or RGB pixels.
 QString imageSize(const QVariant& hint) {
     if (!hint.canConvert<QDBusArgument>()) {

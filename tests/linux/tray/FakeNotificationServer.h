@@ -48,7 +48,7 @@ public:
     const QList<Shown>& shown() const { return m_shown; }
     // Called with each notice as it comes in.
     void onNotify(std::function<void(const Shown&)> handler) { m_onNotify = std::move(handler); }
-    // A click on the notice: the token first, as the specification orders them.
+    // A click on the notice: the token first, as the notification protocol orders them.
     void invoke(uint id, const QString& action, const QString& activationToken = QString());
     void close(uint id);
 
