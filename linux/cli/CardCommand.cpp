@@ -50,13 +50,9 @@ int CardCommand::run(const Invocation& invocation, CommandSession& session, Comm
     // A path is quoted whole unless it is absurd: the user needs to see which file.
     constexpr std::size_t kPathBytes = 4096;
     const bool ended = session.launchAndWait(io.err, word());
-    const std::vector<MenuItem>& items = session.delegate().menu();
-    if (items.empty() || !items.front().card) {
-        io.err << "quorvane card: the menu has no card to draw\n";
-        return kNotDone;
-    }
+    // Every menu the delegate builds starts with its card: the dashboard, or the status card.
     const CardImage::Drawing drawing =
-        CardImage::draw(*items.front().card, invocation.hoverIndex, invocation.scale);
+        CardImage::draw(*session.delegate().menu().front().card, invocation.hoverIndex, invocation.scale);
     if (drawing.outcome == CardImage::Outcome::NoSuchSample) {
         io.err << "quorvane card: --hover " << *invocation.hoverIndex << ": " << drawing.message
                << "; see 'quorvane card --help'\n";

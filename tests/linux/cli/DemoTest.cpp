@@ -83,6 +83,8 @@ TEST_F(DemoServerTest, AnotherKeyPathOrMethodIsRefusedWithoutAReading) {
                     .startsWith("HTTP/1.1 404 "));
     EXPECT_TRUE(raw("POST /user/balance HTTP/1.1\r\nAuthorization: Bearer sk-demo\r\n\r\n")
                     .startsWith("HTTP/1.1 405 Method Not Allowed\r\n"));
+    // A head that ends where it starts is still a whole, if empty, request.
+    EXPECT_TRUE(raw("\r\n\r\n").startsWith("HTTP/1.1 400 Bad Request\r\n"));
     EXPECT_EQ(account.readings(), 0);
 }
 
