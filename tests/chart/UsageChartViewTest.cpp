@@ -1,5 +1,6 @@
 #include "chart/UsageChartView.h"
 
+#include "chart/ChartTexts.h"
 #include "fakes/RecordingCanvas.h"
 #include "fakes/UsdChart.h"
 #include "icu/IcuFormatter.h"
@@ -32,28 +33,6 @@ protected:
 
     IcuFormatter m_formatter{"en_US"};
 };
-
-TEST_F(UsageChartViewTest, DrawsBackgroundFillAndLineForASeries) {
-    struct Case {
-        std::vector<const char*> balances;
-        const char* fill;
-        const char* line;
-    };
-    const Case cases[] = {
-        {{"10", "9.5"},
-         "fill path M 12 12 L 280 40 L 280 40 L 12 40 Z systemTeal@0.18",
-         "stroke path M 12 12 L 280 40 w2.5 round round systemTeal@1"},
-        {{"3", "3", "3"},
-         "fill path M 12 40 L 146 40 L 280 40 L 280 40 L 12 40 Z systemTeal@0.18",
-         "stroke path M 12 40 L 146 40 L 280 40 w2.5 round round systemTeal@1"},
-        {{"5", "5.0000005"},
-         "fill path M 12 40 L 280 26 L 280 40 L 12 40 Z systemTeal@0.18",
-         "stroke path M 12 40 L 280 26 w2.5 round round systemTeal@1"},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(drawn(chart(c.balances)), (std::vector<std::string>{kBackground, c.fill, c.line}));
-    }
-}
 
 TEST_F(UsageChartViewTest, HoverMarkerFollowsTheLineInTheAccentColour) {
     UsageChartView view = chart({"1", "5", "3", "2", "1"}, {ColorName::SystemOrange, 0.8});
@@ -90,26 +69,29 @@ TEST_F(UsageChartViewTest, FewerThanTwoSamplesShowOnlyThePlaceholderAndIgnoreThe
     }
 }
 
-TEST_F(UsageChartViewTest, PointerPicksSamplesOnlyInsideThePlot) {
+// The plot (12, 12, 268, 28) holds its left and top edges only; a pointer halfway between samples takes the
+// right one.
+TEST_F(UsageChartViewTest, PointerPicksTheNearestSampleOnlyInsideThePlot) {
+    const std::pair<Point, std::optional<std::int64_t>> cases[] = {
+        {{12, 12}, 0},
+        {{145.9, 39.99}, 0},
+        {{146, 12}, 1},
+        {{279.99, 20}, 1},
+        {{146, 40}, std::nullopt},
+        {{280, 20}, std::nullopt},
+        {{11.99, 20}, std::nullopt},
+        {{146, 11.99}, std::nullopt},
+    };
     UsageChartView view = chart({"10", "9.5"});
     EXPECT_FALSE(view.needsDisplay());
-    for (const double y : {12.0, 39.9}) {
-        view.mouseMoved({146, y});
-        EXPECT_EQ(view.hoveredIndex(), 1);
-        EXPECT_TRUE(view.needsDisplay());
+    for (const auto& [pointer, index] : cases) {
         view.clearNeedsDisplay();
+        view.mouseMoved(pointer);
+        EXPECT_EQ(view.hoveredIndex(), index) << pointer.x << " " << pointer.y;
+        EXPECT_TRUE(view.needsDisplay()) << "marked on every move, the same sample too";
     }
+    view.mouseMoved({146, 12});
     EXPECT_EQ(view.toolTip(), "USD balance: 9.5\nTime: 11/14/23, 11:13:20\u202fPM\nUsed since previous: 0.5");
-    view.mouseMoved({145.9, 12});
-    EXPECT_EQ(view.hoveredIndex(), 0);
-    EXPECT_EQ(view.toolTip(), "USD balance: 10\nTime: 11/14/23, 10:13:20\u202fPM");
-
-    view.mouseMoved({146, 41});
-    EXPECT_EQ(view.hoveredIndex(), std::nullopt);
-    EXPECT_EQ(view.toolTip(), std::nullopt);
-    EXPECT_TRUE(view.needsDisplay());
-
-    view.mouseMoved({12, 12});
     view.clearNeedsDisplay();
     view.mouseExited();
     EXPECT_EQ(view.hoveredIndex(), std::nullopt);
@@ -131,6 +113,46 @@ TEST_F(UsageChartViewTest, HostMarksRedisplayAndSetsTheBounds) {
                                "fill path M 12 12 L 188 28 L 188 28 L 12 28 Z systemOrange@0.18",
                                "stroke path M 12 12 L 188 28 w2.5 round round systemOrange@1",
                            }));
+}
+
+std::vector<BalancePoint> hourly(const std::string& currency, const std::vector<const char*>& balances) {
+    std::vector<BalancePoint> points;
+    for (const char* balance : balances) {
+        const auto hours = static_cast<double>(points.size());
+        points.push_back({kStart.plusSeconds(hours * 3600), currency, Decimal::parse(balance).value()});
+    }
+    return points;
+}
+
+TEST(ChartTextsTest, TooltipShowsBalanceTimeAndChangeFromThePreviousSample) {
+    struct Case {
+        std::vector<const char*> balances;
+        std::int64_t index;
+        const char* text;
+    };
+    const Case cases[] = {
+        {{"10", "9.5"}, 0, "CNY balance: 10\nTime: 11/14/23, 10:13:20\u202fPM"},
+        {{"10", "9.5"}, 1, "CNY balance: 9.5\nTime: 11/14/23, 11:13:20\u202fPM\nUsed since previous: 0.5"},
+        {{"9.5", "10"}, 1, "CNY balance: 10\nTime: 11/14/23, 11:13:20\u202fPM\nBalance increased: 0.5"},
+        {{"10", "10.00"}, 1, "CNY balance: 10\nTime: 11/14/23, 11:13:20\u202fPM\nNo change since previous"},
+    };
+    const IcuFormatter formatter("en_US");
+    const ChartTexts texts(formatter, "UTC");
+    for (const Case& c : cases) {
+        EXPECT_EQ(texts.tooltipText(hourly("CNY", c.balances), c.index), c.text);
+    }
+    const std::vector<BalancePoint> three = hourly("USD", {"3", "2", "1"});
+    EXPECT_EQ(texts.tooltipText(three, std::nullopt), std::nullopt);
+    EXPECT_EQ(texts.tooltipText(three, -1), std::nullopt);
+    EXPECT_EQ(texts.tooltipText(three, 3), std::nullopt);
+}
+
+TEST(ChartTextsTest, TheBubbleHasTheShortTimeInTheZoneAndAnAmountOfAtMostFourDigits) {
+    const IcuFormatter formatter("en_US");
+    EXPECT_EQ(ChartTexts(formatter, "UTC").compactTooltipText(hourly("USD", {"2.50"})[0]),
+              "10:13\u202fPM  2.5");
+    EXPECT_EQ(ChartTexts(formatter, "Asia/Tokyo").compactTooltipText(hourly("USD", {"1.23456"})[0]),
+              "7:13\u202fAM  1.2346");
 }
 
 } // namespace

@@ -16,9 +16,7 @@ public:
     Timestamp now() const override { return m_now; }
     std::string timeZoneId() const override { return m_timeZoneId; }
 
-    void set(Timestamp now) { m_now = now; }
     void advance(double seconds) { m_now = m_now.plusSeconds(seconds); }
-    void setTimeZoneId(std::string id) { m_timeZoneId = std::move(id); }
 
 private:
     Timestamp m_now;

@@ -18,7 +18,6 @@ public:
     }
 
     const std::vector<HttpRequest>& requests() const { return m_requests; }
-    std::size_t pendingCount() const { return m_pending.size(); }
 
     // Delivers the answer to the oldest request still waiting, as the main loop would.
     void respond(HttpResult result) {

@@ -10,40 +10,19 @@ namespace quorvane {
 
 class ManualTimerScheduler : public TimerScheduler {
 public:
-    struct Entry {
-        double period = 0.0;
-        std::function<void()> onFire;
-        bool active = true;
-    };
-
     std::unique_ptr<RepeatingTimer> scheduleRepeating(double periodSeconds,
                                                       std::function<void()> onFire) override {
-        auto entry = std::make_shared<Entry>(Entry{periodSeconds, std::move(onFire), true});
-        m_entries.push_back(entry);
-        return std::make_unique<Timer>(entry);
+        m_entries.push_back(std::make_shared<Entry>(Entry{periodSeconds, std::move(onFire), true}));
+        return std::make_unique<Timer>(m_entries.back());
     }
 
-    std::size_t activeCount() const {
-        std::size_t count = 0;
-        for (const auto& entry : m_entries) {
-            count += entry->active ? 1 : 0;
-        }
-        return count;
-    }
     std::size_t createdCount() const { return m_entries.size(); }
-    // The period of the one active timer; fails the test's expectation when there is not exactly one.
-    double activePeriod() const {
-        for (const auto& entry : m_entries) {
-            if (entry->active) {
-                return entry->period;
-            }
-        }
-        return -1.0;
-    }
+    std::size_t activeCount() const { return active().size(); }
+    // The period of the first active timer, or -1 when none is.
+    double activePeriod() const { return active().empty() ? -1.0 : active().front()->period; }
     // Fires every active timer once.
     void fireActive() {
-        auto entries = m_entries;
-        for (const auto& entry : entries) {
+        for (const auto& entry : active()) {
             if (entry->active) {
                 entry->onFire();
             }
@@ -51,6 +30,12 @@ public:
     }
 
 private:
+    struct Entry {
+        double period;
+        std::function<void()> onFire;
+        bool active;
+    };
+
     class Timer : public RepeatingTimer {
     public:
         explicit Timer(std::shared_ptr<Entry> entry)
@@ -62,6 +47,16 @@ private:
     private:
         std::shared_ptr<Entry> m_entry;
     };
+
+    std::vector<std::shared_ptr<Entry>> active() const {
+        std::vector<std::shared_ptr<Entry>> result;
+        for (const auto& entry : m_entries) {
+            if (entry->active) {
+                result.push_back(entry);
+            }
+        }
+        return result;
+    }
 
     std::vector<std::shared_ptr<Entry>> m_entries;
 };

@@ -14,45 +14,34 @@ namespace quorvane {
 class MemorySecretStore : public SecretStore {
 public:
     SecretCopyResult copy(const std::string& service, const std::string& account) override {
-        m_calls.push_back("copy " + service + "/" + account);
-        if (m_copyStatus) {
-            return {*m_copyStatus, m_copyData};
+        if (const auto failure = call("copy", service, account)) {
+            return {*failure, m_copyData};
         }
-        auto it = m_items.find({service, account});
-        if (it == m_items.end()) {
-            return {kSecretStatusItemNotFound, std::nullopt};
-        }
-        if (m_returnNonData) {
-            return {kSecretStatusSuccess, std::nullopt};
-        }
-        return {kSecretStatusSuccess, it->second};
+        std::optional<std::string> stored = item(service, account);
+        return {stored ? kSecretStatusSuccess : kSecretStatusItemNotFound, std::move(stored)};
     }
     std::int32_t add(const std::string& service, const std::string& account,
                      const std::string& data) override {
-        m_calls.push_back("add " + service + "/" + account);
-        if (m_addStatus) {
-            return *m_addStatus;
+        if (const auto failure = call("add", service, account)) {
+            return *failure;
         }
         m_items[{service, account}] = data;
         return kSecretStatusSuccess;
     }
     std::int32_t update(const std::string& service, const std::string& account,
                         const std::string& data) override {
-        m_calls.push_back("update " + service + "/" + account);
-        if (m_updateStatus) {
-            return *m_updateStatus;
+        if (const auto failure = call("update", service, account)) {
+            return *failure;
         }
-        auto it = m_items.find({service, account});
-        if (it == m_items.end()) {
+        if (!item(service, account)) {
             return kSecretStatusItemNotFound;
         }
-        it->second = data;
+        m_items[{service, account}] = data;
         return kSecretStatusSuccess;
     }
     std::int32_t remove(const std::string& service, const std::string& account) override {
-        m_calls.push_back("delete " + service + "/" + account);
-        if (m_removeStatus) {
-            return *m_removeStatus;
+        if (const auto failure = call("delete", service, account)) {
+            return *failure;
         }
         return m_items.erase({service, account}) ? kSecretStatusSuccess : kSecretStatusItemNotFound;
     }
@@ -68,26 +57,28 @@ public:
 
     // Failures on demand: the status each call answers instead of doing its work.
     void failCopy(std::int32_t status, std::optional<std::string> data = std::nullopt) {
-        m_copyStatus = status;
+        m_failures["copy"] = status;
         m_copyData = std::move(data);
     }
-    void failAdd(std::int32_t status) { m_addStatus = status; }
-    void failUpdate(std::int32_t status) { m_updateStatus = status; }
-    void failRemove(std::int32_t status) { m_removeStatus = status; }
-    // The store answers success but with a result that is not data.
-    void returnNonData() { m_returnNonData = true; }
+    void failAdd(std::int32_t status) { m_failures["add"] = status; }
+    void failUpdate(std::int32_t status) { m_failures["update"] = status; }
+    void failRemove(std::int32_t status) { m_failures["delete"] = status; }
 
+    // "copy SERVICE/ACCOUNT", "add ...", "update ...", "delete ...", in call order.
     const std::vector<std::string>& calls() const { return m_calls; }
 
 private:
+    std::optional<std::int32_t> call(const std::string& name, const std::string& service,
+                                     const std::string& account) {
+        m_calls.push_back(name + " " + service + "/" + account);
+        auto it = m_failures.find(name);
+        return it == m_failures.end() ? std::nullopt : std::optional<std::int32_t>(it->second);
+    }
+
     std::map<std::pair<std::string, std::string>, std::string> m_items;
     std::vector<std::string> m_calls;
-    std::optional<std::int32_t> m_copyStatus;
+    std::map<std::string, std::int32_t> m_failures;
     std::optional<std::string> m_copyData;
-    std::optional<std::int32_t> m_addStatus;
-    std::optional<std::int32_t> m_updateStatus;
-    std::optional<std::int32_t> m_removeStatus;
-    bool m_returnNonData = false;
 };
 
 } // namespace quorvane

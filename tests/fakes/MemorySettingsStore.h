@@ -13,10 +13,7 @@ class MemorySettingsStore : public SettingsStore {
 public:
     std::optional<SettingValue> value(const std::string& key) const override {
         auto it = m_values.find(key);
-        if (it == m_values.end()) {
-            return std::nullopt;
-        }
-        return it->second;
+        return it == m_values.end() ? std::nullopt : std::optional<SettingValue>(it->second);
     }
     void setValue(const std::string& key, const SettingValue& value) override {
         m_values[key] = value;
@@ -27,10 +24,8 @@ public:
         m_log.push_back("remove " + key);
     }
 
-    const std::map<std::string, SettingValue>& values() const { return m_values; }
     // "set KEY" / "remove KEY", in call order.
     const std::vector<std::string>& log() const { return m_log; }
-    void clearLog() { m_log.clear(); }
 
 private:
     std::map<std::string, SettingValue> m_values;

@@ -4,6 +4,7 @@
 #include "menu/MenuTextRenderer.h"
 #include "menu/StatusItem.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,6 @@ public:
     void attachMenu() override { m_events.push_back("attach menu"); }
     void menuDidChange(const std::vector<MenuItem>& items) override {
         m_menu = items;
-        ++m_menuChanges;
         m_events.push_back("menu");
     }
 
@@ -29,7 +29,7 @@ public:
     const std::vector<std::string>& toolTips() const { return m_toolTips; }
     const std::vector<MenuItem>& menu() const { return m_menu; }
     std::string menuText() const { return MenuTextRenderer::render(m_menu); }
-    int menuChanges() const { return m_menuChanges; }
+    int menuChanges() const { return static_cast<int>(std::count(m_events.begin(), m_events.end(), "menu")); }
     const std::vector<std::string>& events() const { return m_events; }
 
 private:
@@ -37,7 +37,6 @@ private:
     std::vector<std::string> m_titles;
     std::vector<std::string> m_toolTips;
     std::vector<MenuItem> m_menu;
-    int m_menuChanges = 0;
     std::vector<std::string> m_events;
 };
 

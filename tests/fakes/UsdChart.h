@@ -11,23 +11,17 @@
 
 namespace quorvane {
 
-// One sample per balance, `spacingSeconds` apart from `start`.
-inline std::vector<BalancePoint> usdSeries(Timestamp start, double spacingSeconds,
-                                           const std::vector<const char*>& balances) {
+// At the card's chart frame, one sample per balance `spacingSeconds` apart from `start`, its texts in
+// UTC; the formatter outlives the chart.
+inline UsageChartView usdChart(const Formatter& formatter, Timestamp start, double spacingSeconds,
+                               const std::vector<const char*>& balances,
+                               NamedColor accent = {ColorName::SystemTeal, 1.0}) {
     std::vector<BalancePoint> points;
     for (const char* balance : balances) {
         const double offset = spacingSeconds * static_cast<double>(points.size());
         points.push_back({start.plusSeconds(offset), "USD", Decimal::parse(balance).value()});
     }
-    return points;
-}
-
-// At the card's chart frame, its texts in UTC; the formatter outlives the chart.
-inline UsageChartView usdChart(const Formatter& formatter, Timestamp start, double spacingSeconds,
-                               const std::vector<const char*>& balances,
-                               NamedColor accent = {ColorName::SystemTeal, 1.0}) {
-    return UsageChartView(CardFactory::kChartFrame,
-                          ChartModel(usdSeries(start, spacingSeconds, balances), accent, formatter, "UTC"));
+    return UsageChartView(CardFactory::kChartFrame, ChartModel(std::move(points), accent, formatter, "UTC"));
 }
 
 } // namespace quorvane

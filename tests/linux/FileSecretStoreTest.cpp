@@ -92,7 +92,8 @@ TEST_F(FileSecretStoreTest, ValuesOfAnyBytesRoundTripAndItemsAreKeptApart) {
     ASSERT_EQ(store.remove(kService, kAccount), kSecretStatusSuccess);
     EXPECT_EQ(store.copy(kService, kAccount).status, kSecretStatusItemNotFound);
     EXPECT_EQ(store.copy("Quorvane ", "Other").status, kSecretStatusItemNotFound);
-    EXPECT_EQ(store.remove(kService, "Missing"), kSecretStatusItemNotFound) << "the service alone is no match";
+    EXPECT_EQ(store.remove(kService, "Missing"), kSecretStatusItemNotFound)
+        << "the service alone is no match";
     EXPECT_EQ(fileContent(path()), "quorvane-secrets 1\n"
                                    "8:Quorvane,5:Other,10:sk-other-2,\n"
                                    "4:1:a,,1:\n,9:odd names,\n");

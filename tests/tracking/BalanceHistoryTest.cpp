@@ -6,15 +6,13 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace quorvane {
 namespace {
 
-BalanceResponse response(std::vector<std::pair<std::string, std::string>> balances) {
-    BalanceResponse r{true, {}};
-    for (auto& [currency, total] : balances) {
-        r.balanceInfos.push_back(BalanceInfo{currency, total, "0", total});
-    }
-    return r;
+BalanceResponse response(const std::string& currency, const std::string& total) {
+    return BalanceResponse{true, {BalanceInfo{currency, total, "0", total}}};
 }
 
 class BalanceHistoryTest : public ::testing::Test {
@@ -24,21 +22,20 @@ protected:
     FakeClock clock{Timestamp{800000000.25}};
     BalanceHistory history{defaults, clock};
 
-    // Stores `count` USD samples one second apart, ending at the clock's time.
-    void seed(std::size_t count, double spacing = 1.0) {
+    // Stores `count` USD samples of balances 0, 1, 2, ... one second apart, ending at the clock's time.
+    void seed(std::size_t count) {
         std::vector<BalancePoint> points;
         for (std::size_t i = 0; i < count; ++i) {
-            const double age = spacing * static_cast<double>(count - i);
-            points.push_back(
-                {clock.now().plusSeconds(-age), "USD", Decimal::fromInteger(static_cast<std::int64_t>(i))});
+            points.push_back({clock.now().plusSeconds(static_cast<double>(i) - static_cast<double>(count)),
+                              "USD", Decimal::fromInteger(static_cast<std::int64_t>(i))});
         }
         defaults.setData("balanceHistory", HistoryCodec::encode(points));
     }
 };
 
 TEST_F(BalanceHistoryTest, OneRefreshAppendsOneSamplePerCurrencyAtOneMoment) {
-    history.recordHistory(response({{"USD", "12.50"}, {"CNY", "not a number"}}));
-
+    history.recordHistory(
+        BalanceResponse{true, {{"USD", "12.50", "0", "0"}, {"CNY", "not a number", "0", "0"}}});
     const std::vector<BalancePoint> expected = {
         {clock.now(), "USD", Decimal::parse("12.5").value()},
         {clock.now(), "CNY", Decimal()},
@@ -49,56 +46,39 @@ TEST_F(BalanceHistoryTest, OneRefreshAppendsOneSamplePerCurrencyAtOneMoment) {
               R"({"timestamp":800000000.25,"currency":"CNY","balance":0}])");
 }
 
-TEST_F(BalanceHistoryTest, CountBoundKeepsExactlyTheNewest400) {
-    struct Case {
-        std::size_t stored;
-        std::size_t after;
-        std::int64_t oldestBalance;
-    };
-    const Case cases[] = {{398, 399, 0}, {399, 400, 0}, {400, 400, 1}, {450, 400, 51}};
-    for (const Case& c : cases) {
-        seed(c.stored);
-        history.recordHistory(response({{"USD", "-1"}}));
+TEST_F(BalanceHistoryTest, ItKeepsTheNewest400SamplesOfTheLastSevenDays) {
+    const std::tuple<std::size_t, std::size_t, std::int64_t> cases[] = {
+        {399, 400, 0}, {400, 400, 1}, {450, 400, 51}};
+    for (const auto& [stored, after, oldest] : cases) {
+        seed(stored);
+        history.recordHistory(response("USD", "-1"));
         const auto all = history.allHistory();
-        ASSERT_EQ(all.size(), c.after) << c.stored;
-        EXPECT_EQ(all.front().balance, Decimal::fromInteger(c.oldestBalance)) << c.stored;
-        EXPECT_EQ(all.back().balance, Decimal::fromInteger(-1)) << c.stored;
+        ASSERT_EQ(all.size(), after) << stored;
+        EXPECT_EQ(all.front().balance, Decimal::fromInteger(oldest)) << stored;
+        EXPECT_EQ(all.back().balance, Decimal::fromInteger(-1)) << stored;
     }
-}
 
-TEST_F(BalanceHistoryTest, AgeBoundKeepsASampleExactlySevenDaysOld) {
     const Timestamp now = clock.now();
-    const std::vector<BalancePoint> points = {
-        {now.plusSeconds(-604800.5), "USD", Decimal::fromInteger(1)},
-        {now.plusSeconds(-604800.0), "USD", Decimal::fromInteger(2)},
-        {now.plusSeconds(-10.0), "CNY", Decimal::fromInteger(3)},
-    };
-    defaults.setData("balanceHistory", HistoryCodec::encode(points));
-
-    history.recordHistory(response({{"USD", "4"}}));
-
+    defaults.setData("balanceHistory", HistoryCodec::encode({
+                                           {now.plusSeconds(-604800.5), "USD", Decimal::fromInteger(1)},
+                                           {now.plusSeconds(-604800.0), "USD", Decimal::fromInteger(2)},
+                                           {now.plusSeconds(-10.0), "CNY", Decimal::fromInteger(3)},
+                                       }));
+    history.recordHistory(response("USD", "4"));
     const auto all = history.allHistory();
     ASSERT_EQ(all.size(), 3u);
-    EXPECT_EQ(all[0].balance, Decimal::fromInteger(2));
+    EXPECT_EQ(all[0].balance, Decimal::fromInteger(2)) << "exactly seven days old is kept";
     EXPECT_EQ(all[1].currency, "CNY");
     EXPECT_EQ(all[2].balance, Decimal::fromInteger(4));
 }
 
 TEST_F(BalanceHistoryTest, SeriesIsTheNewest48OfOneExactCurrency) {
-    struct Case {
-        std::size_t stored;
-        std::size_t returned;
-    };
-    for (const Case& c : {Case{0, 0}, Case{1, 1}, Case{48, 48}, Case{49, 48}, Case{400, 48}}) {
-        store.remove("balanceHistory");
-        seed(c.stored);
+    for (const std::int64_t stored : {48, 49}) {
+        seed(static_cast<std::size_t>(stored));
         const auto series = history.history("USD");
-        ASSERT_EQ(series.size(), c.returned) << c.stored;
-        if (!series.empty()) {
-            EXPECT_EQ(series.back().balance, Decimal::fromInteger(static_cast<std::int64_t>(c.stored) - 1));
-            EXPECT_EQ(series.front().balance,
-                      Decimal::fromInteger(static_cast<std::int64_t>(c.stored - c.returned)));
-        }
+        ASSERT_EQ(series.size(), 48u) << stored;
+        EXPECT_EQ(series.front().balance, Decimal::fromInteger(stored - 48));
+        EXPECT_EQ(series.back().balance, Decimal::fromInteger(stored - 1));
     }
     EXPECT_TRUE(history.history("usd").empty());
     EXPECT_TRUE(history.history("CNY").empty());
@@ -107,26 +87,89 @@ TEST_F(BalanceHistoryTest, SeriesIsTheNewest48OfOneExactCurrency) {
 TEST_F(BalanceHistoryTest, AnUnreadableStoredValueReadsEmptyAndIsReplacedByTheNextRefresh) {
     const SettingValue corrupt[] = {
         SettingBytes{R"([{"timestamp":1,"currency":"USD"}])"}, // a sample without balance
-        SettingBytes{"\xff\xfe"},
-        SettingValue{std::string("[]")}, // text, not data
+        SettingValue{std::string("[]")},                       // text, not data
         SettingValue{std::int64_t{3}},
     };
     for (const SettingValue& value : corrupt) {
         store.setValue("balanceHistory", value);
         EXPECT_TRUE(history.allHistory().empty());
         EXPECT_TRUE(history.history("USD").empty());
-        history.recordHistory(response({{"USD", "5"}}));
+        history.recordHistory(response("USD", "5"));
         EXPECT_EQ(history.allHistory(),
                   (std::vector<BalancePoint>{{clock.now(), "USD", Decimal::fromInteger(5)}}));
     }
-}
-
-TEST_F(BalanceHistoryTest, ClearRemovesOnlyTheHistory) {
     defaults.setString("dayKey", "2026-11-22");
-    history.recordHistory(response({{"USD", "5"}}));
     history.clear();
     EXPECT_FALSE(defaults.hasValue("balanceHistory"));
-    EXPECT_EQ(defaults.stringValue("dayKey"), "2026-11-22");
+    EXPECT_EQ(defaults.stringValue("dayKey"), "2026-11-22") << "clearing removes only the history";
+}
+
+BalancePoint point(double seconds, const char* currency, const char* balance) {
+    return BalancePoint{Timestamp{seconds}, currency, Decimal::parseExact(balance).value()};
+}
+
+TEST(HistoryCodecTest, EncodesCompactlyWithKeysInOrderAndOnlyFiniteTimes) {
+    EXPECT_EQ(HistoryCodec::encode({}), "[]");
+    EXPECT_EQ(HistoryCodec::encode({point(785000000.123456, "USD", "110.00"),
+                                    point(std::numeric_limits<double>::quiet_NaN(), "USD", "1"),
+                                    point(785000000, "CNY", "-0.0037"),
+                                    point(std::numeric_limits<double>::infinity(), "USD", "3")}),
+              R"([{"timestamp":785000000.123456,"currency":"USD","balance":110},)"
+              R"({"timestamp":785000000,"currency":"CNY","balance":-0.0037}])");
+    // Plain digits for everyday magnitudes, an exponent below 1e-4 and from 1e16.
+    const std::vector<std::pair<double, std::string>> timestamps = {
+        {0, "0"},        {0.0001, "0.0001"},    {0.00001, "1e-05"},
+        {1e16, "1e+16"}, {-2.5e20, "-2.5e+20"}, {9999999999999998, "9999999999999998"},
+    };
+    for (const auto& [seconds, text] : timestamps) {
+        EXPECT_EQ(HistoryCodec::encode({point(seconds, "USD", "1")}),
+                  R"([{"timestamp":)" + text + R"(,"currency":"USD","balance":1}])");
+    }
+}
+
+TEST(HistoryCodecTest, RoundTripsExactly) {
+    const std::vector<BalancePoint> points = {
+        point(785000000.123456, "USD", "12345678901234567890.123456789012345678"),
+        point(785000000.1 + 0.2, "CNY", "0.00000000000000000000000000000000000001"),
+        point(std::numeric_limits<double>::max(), "USD", "-99999999999999999999999999999999999999e127"),
+        point(std::numeric_limits<double>::denorm_min(), "\xF0\x9F\x90\x8B", "0"),
+        point(0.1, "", "1e-128"),
+    };
+    const std::string encoded = HistoryCodec::encode(points);
+    const std::optional<std::vector<BalancePoint>> decoded = HistoryCodec::decode(encoded);
+    ASSERT_TRUE(decoded) << encoded;
+    EXPECT_EQ(*decoded, points);
+    EXPECT_EQ(HistoryCodec::encode(*decoded), encoded);
+}
+
+TEST(HistoryCodecTest, DecodesKeysInAnyOrderAndIgnoresOthers) {
+    const std::optional<std::vector<BalancePoint>> decoded = HistoryCodec::decode(
+        R"( [ {"balance": 2.50, "extra": [1, {"a": null}], "currency": "CNY", "timestamp": 7.5E2},)"
+        R"({"currency":"USD","timestamp":-1,"balance":1e3} ] )");
+    ASSERT_TRUE(decoded);
+    EXPECT_EQ(*decoded, (std::vector<BalancePoint>{point(750, "CNY", "2.5"), point(-1, "USD", "1000")}));
+    EXPECT_EQ(HistoryCodec::decode("[]"), std::vector<BalancePoint>{});
+}
+
+TEST(HistoryCodecTest, AnyFaultReadsAsNothing) {
+    const std::string good = R"({"timestamp":1,"currency":"USD","balance":1})";
+    const std::vector<std::string> cases = {
+        "",
+        "{}",
+        "[" + good + "]x",
+        "[" + good + ",1]",
+        R"([{"currency":"USD","balance":1}])",
+        R"([{"timestamp":1,"balance":1}])",
+        R"([{"timestamp":"1","currency":"USD","balance":1}])",
+        R"([{"timestamp":1,"currency":"USD","balance":"1"}])",
+        R"([{"timestamp":1e400,"currency":"USD","balance":1}])",
+        R"([{"timestamp":1,"currency":"USD","balance":1e128}])",
+        R"([{"timestamp":1,"currency":"USD","balance":1e-129}])",
+        "[" + good + "," + R"({"timestamp":2,"currency":"USD"})" + "]",
+    };
+    for (const std::string& bytes : cases) {
+        EXPECT_EQ(HistoryCodec::decode(bytes), std::nullopt) << bytes;
+    }
 }
 
 } // namespace

@@ -9,14 +9,6 @@
 namespace quorvane {
 namespace {
 
-BalanceInfo info(const std::string& currency, const std::string& total) {
-    return BalanceInfo{currency, total, "0.00", total};
-}
-
-BalanceResponse response(std::vector<BalanceInfo> infos) {
-    return BalanceResponse{true, std::move(infos)};
-}
-
 Decimal dec(std::string_view text) {
     return Decimal::parse(text).value();
 }
@@ -33,55 +25,53 @@ protected:
     SpendBaselines baselines{defaults, clock, formatter};
 
     std::optional<std::string> stored(const std::string& key) const { return defaults.stringValue(key); }
+    void update(const std::vector<std::pair<std::string, std::string>>& totals) {
+        BalanceResponse response{true, {}};
+        for (const auto& [currency, total] : totals) {
+            response.balanceInfos.push_back({currency, total, "0.00", total});
+        }
+        baselines.updateBaselinesIfNeeded(response);
+    }
 };
 
-TEST_F(SpendBaselinesTest, FirstRefreshStoresBothBaselinesInResponseOrder) {
-    baselines.updateBaselinesIfNeeded(response({info("USD", "10.00"), info("CNY", "70.5")}));
-
+TEST_F(SpendBaselinesTest, TheFirstRefreshOfADaySetsItsBaselinesAndLaterOnesOnlyNewCurrencies) {
+    update({{"USD", "10.00"}, {"CNY", "70.5"}});
     EXPECT_EQ(store.log(), (std::vector<std::string>{"set dayKey", "set dayStart.USD", "set dayStart.CNY",
                                                      "set firstStart.USD", "set firstStart.CNY"}));
     EXPECT_EQ(stored("dayKey"), "2026-03-01");
-    EXPECT_EQ(stored("dayStart.USD"), "10.00");
     EXPECT_EQ(stored("firstStart.CNY"), "70.5");
-    EXPECT_EQ(baselines.spentToday(dec("10.00"), "USD"), Decimal());
-    EXPECT_EQ(baselines.spentSinceBaseline(dec("70.5"), "CNY"), Decimal());
-}
 
-TEST_F(SpendBaselinesTest, SameDayKeepsTheDayBaselineAndNewCurrenciesGetOnlyAUserBaseline) {
-    baselines.updateBaselinesIfNeeded(response({info("USD", "10.00")}));
+    // A top-up moves no baseline; a currency new that day gets only the user's.
     clock.advance(60);
-    baselines.updateBaselinesIfNeeded(response({info("USD", "7.5"), info("CNY", "20")}));
-
+    update({{"USD", "12"}, {"EUR", "20"}});
     EXPECT_EQ(stored("dayStart.USD"), "10.00");
-    EXPECT_EQ(stored("dayStart.CNY"), std::nullopt);
-    EXPECT_EQ(stored("firstStart.CNY"), "20");
-    EXPECT_EQ(baselines.spentToday(dec("7.5"), "USD"), dec("2.5"));
-    EXPECT_EQ(baselines.spentToday(dec("15"), "CNY"), Decimal()) << "no day baseline: no spend";
-    EXPECT_EQ(baselines.spentSinceBaseline(dec("15"), "CNY"), dec("5"));
+    EXPECT_EQ(stored("firstStart.USD"), "10.00");
+    EXPECT_EQ(stored("dayStart.EUR"), std::nullopt);
+    EXPECT_EQ(stored("firstStart.EUR"), "20");
+    EXPECT_EQ(baselines.spentToday(dec("9.5"), "USD"), dec("0.5"));
+    EXPECT_EQ(baselines.spentToday(dec("15"), "EUR"), Decimal()) << "no day baseline: no spend";
+    EXPECT_EQ(baselines.spentSinceBaseline(dec("15"), "EUR"), dec("5"));
 }
 
 TEST_F(SpendBaselinesTest, LocalMidnightStartsANewDayWhileSinceBaselineKeepsCounting) {
-    baselines.updateBaselinesIfNeeded(response({info("USD", "10.00")}));
+    update({{"USD", "10.00"}});
     clock.advance(29 * 60 + 59); // 23:59:59 local
-    baselines.updateBaselinesIfNeeded(response({info("USD", "9.00")}));
+    update({{"USD", "9.00"}});
     EXPECT_EQ(stored("dayKey"), "2026-03-01");
     EXPECT_EQ(baselines.spentToday(dec("9.00"), "USD"), dec("1"));
 
     clock.advance(1); // 00:00:00 local, still 23:00 of the 1st in UTC
-    baselines.updateBaselinesIfNeeded(response({info("USD", "8.75")}));
+    update({{"USD", "8.75"}});
     EXPECT_EQ(stored("dayKey"), "2026-03-02");
     EXPECT_EQ(stored("dayStart.USD"), "8.75");
     EXPECT_EQ(baselines.spentToday(dec("8.75"), "USD"), Decimal());
     EXPECT_EQ(baselines.spentSinceBaseline(dec("8.75"), "USD"), dec("1.25"));
-}
 
-TEST_F(SpendBaselinesTest, ANewDayListingNoCurrencyMovesTheDayKeyOnly) {
-    baselines.updateBaselinesIfNeeded(response({info("USD", "10.00")}));
+    // A new day listing no currency moves the day key only.
     clock.advance(86400);
-    baselines.updateBaselinesIfNeeded(response({}));
-    EXPECT_EQ(stored("dayKey"), "2026-03-02");
-    EXPECT_EQ(stored("dayStart.USD"), "10.00");
-    EXPECT_EQ(baselines.spentToday(dec("9"), "USD"), dec("1"));
+    update({});
+    EXPECT_EQ(stored("dayKey"), "2026-03-03");
+    EXPECT_EQ(baselines.spentToday(dec("8"), "USD"), dec("0.75"));
 }
 
 TEST_F(SpendBaselinesTest, SpendIsStoredTextMinusCurrentAndNeverNegative) {
@@ -92,8 +82,7 @@ TEST_F(SpendBaselinesTest, SpendIsStoredTextMinusCurrentAndNeverNegative) {
     };
     const Case cases[] = {
         {"10.00", "7.5", "2.5"},
-        {"10.00", "12", "0"}, // a top-up shows no spend
-        {"10.00", "10.00", "0"},
+        {"10.00", "12", "0"},       // a top-up shows no spend
         {"not a number", "3", "0"}, // an unreadable baseline counts as 0
         {std::nullopt, "3", "0"},   // no baseline: the current balance is its own
         {"12345678901234567890.123456789", "0.000000001", "12345678901234567890.123456788"},
@@ -111,29 +100,19 @@ TEST_F(SpendBaselinesTest, SpendIsStoredTextMinusCurrentAndNeverNegative) {
     }
 }
 
-TEST_F(SpendBaselinesTest, ATopUpNeverMovesTheBaseline) {
-    baselines.updateBaselinesIfNeeded(response({info("USD", "10.00")}));
-    baselines.updateBaselinesIfNeeded(response({info("USD", "12")}));
-    EXPECT_EQ(stored("dayStart.USD"), "10.00");
-    EXPECT_EQ(stored("firstStart.USD"), "10.00");
-    EXPECT_EQ(baselines.spentToday(dec("12"), "USD"), Decimal());
-    EXPECT_EQ(baselines.spentToday(dec("9.5"), "USD"), dec("0.5"));
-}
-
 TEST_F(SpendBaselinesTest, ResetRemovesFiveKeysAndKeepsOtherCurrencies) {
-    baselines.updateBaselinesIfNeeded(response({info("USD", "10"), info("CNY", "50"), info("EUR", "5")}));
-    store.clearLog();
+    update({{"USD", "10"}, {"CNY", "50"}, {"EUR", "5"}});
+    const std::size_t before = store.log().size();
     baselines.resetBaselines();
-
-    EXPECT_EQ(store.log(),
+    EXPECT_EQ(std::vector<std::string>(store.log().begin() + static_cast<std::ptrdiff_t>(before),
+                                       store.log().end()),
               (std::vector<std::string>{"remove dayKey", "remove dayStart.USD", "remove firstStart.USD",
                                         "remove dayStart.CNY", "remove firstStart.CNY"}));
     EXPECT_EQ(stored("firstStart.EUR"), "5");
 
-    baselines.updateBaselinesIfNeeded(response({info("USD", "8"), info("CNY", "40"), info("EUR", "4")}));
+    update({{"USD", "8"}, {"CNY", "40"}, {"EUR", "4"}});
     EXPECT_EQ(baselines.spentToday(dec("8"), "USD"), Decimal());
     EXPECT_EQ(baselines.spentSinceBaseline(dec("40"), "CNY"), Decimal());
-    EXPECT_EQ(baselines.spentToday(dec("4"), "EUR"), Decimal());
     EXPECT_EQ(baselines.spentSinceBaseline(dec("4"), "EUR"), dec("1"));
 }
 
