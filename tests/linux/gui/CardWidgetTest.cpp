@@ -1,155 +1,126 @@
+// The cards as the menu draws them: labels at their flipped frames, the chart and the canvas under it, the
+// palette.
 #include "gui/CardWidget.h"
 
-#include "GuiFakePlatform.h"
-#include "app/AppDelegate.h"
-#include "fakes/BalanceBody.h"
+#include "fakes/UsdChart.h"
 #include "gui/ChartWidget.h"
+#include "gui/ColorPalette.h"
 #include "gui/ElidedLabel.h"
+#include "gui/QtCanvas.h"
 #include "gui/UiFont.h"
+#include "icu/IcuFormatter.h"
 
-#include <QFontMetrics>
-#include <QImage>
+#include <QBitmap>
+#include <QLabel>
+#include <QPainter>
+#include <QTest>
 #include <gtest/gtest.h>
 
-#include <memory>
+#include <array>
 
 namespace quorvane {
 namespace {
 
+// The smallest rectangle that holds every pixel at least half opaque.
+QRect inkOf(const QImage& image) {
+    return QRegion(QBitmap::fromImage(image.createAlphaMask())).boundingRect();
+}
+
+// Where a widget's own painting leaves ink, without its window's background.
+QRect inkOf(QWidget& widget) {
+    QImage image(widget.size(), QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    widget.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    return inkOf(image);
+}
+
 class CardWidgetTest : public ::testing::Test {
 protected:
-    GuiFakePlatform gui;
-    AppDelegate delegate{gui.platform()};
-
-    // The dashboard for a successful refresh with this body, as the menu would hold it.
-    std::unique_ptr<CardWidget> dashboardFor(const std::string& body) {
-        gui.fake.storeKey("sk-test");
-        delegate.refreshClicked();
-        gui.fake.http.respond(200, body);
-        const MenuItem item = delegate.dashboardItem(*delegate.lastResponse());
-        return std::make_unique<CardWidget>(*item.card);
-    }
-
-    static std::vector<ElidedLabel*> labels(const CardWidget& card) {
-        const QList<ElidedLabel*> found = card.findChildren<ElidedLabel*>(Qt::FindDirectChildrenOnly);
-        return std::vector<ElidedLabel*>(found.begin(), found.end());
+    IcuFormatter formatter{"en_US"};
+    // At the dashboard's chart frame.
+    UsageChartView chart(double spacingSeconds, const std::vector<const char*>& balances) {
+        return usdChart(formatter, Timestamp::fromUnixSeconds(1795338000.0), spacingSeconds, balances);
     }
 };
 
-struct LabelCase {
-    std::string text;
-    QRect geometry;
-    int pixelSize;
-    QFont::Weight weight;
-    QString color;
-    bool right = false;
-};
-
-TEST_F(CardWidgetTest, DashboardLabelsSitAtTheirFlippedFramesWithTheirFontsAndColours) {
-    const auto card = dashboardFor(balanceBody({{"USD", "12.50"}}));
-    ASSERT_EQ(card->size(), QSize(330, 190));
-
-    const std::vector<LabelCase> cases = {
-        {"\xF0\x9F\x90\x8B Quorvane", {18, 10, 290, 22}, 15, QFont::DemiBold, "#d9000000"},
-        {"$12.50", {18, 34, 150, 34}, 26, QFont::Bold, "#d9000000"},
-        {"Today $0.00", {18, 68, 140, 18}, 12, QFont::Normal, "#80000000"},
-        {"Ready", {178, 41, 130, 18}, 12, QFont::DemiBold, "#ff34c759", true},
-        {"Updated 0 sec. ago \xE2\x80\xA2 1 min auto-refresh",
-         {18, 157, 292, 16},
-         11,
-         QFont::Normal,
-         "#42000000"},
-    };
-    const std::vector<ElidedLabel*> shown = labels(*card);
-    ASSERT_EQ(shown.size(), cases.size());
-    for (std::size_t i = 0; i < cases.size(); ++i) {
-        const LabelCase& expected = cases[i];
-        const ElidedLabel& label = *shown[i];
-        SCOPED_TRACE(expected.text);
-        EXPECT_EQ(label.fullText().toStdString(), expected.text);
-        EXPECT_EQ(label.text(), label.fullText()) << "fits without an ellipsis";
-        EXPECT_EQ(label.geometry(), expected.geometry);
-        EXPECT_EQ(label.font().pixelSize(), expected.pixelSize);
-        EXPECT_EQ(label.font().weight(), expected.weight);
-        EXPECT_EQ(label.palette().color(QPalette::WindowText).name(QColor::HexArgb), expected.color);
-        EXPECT_EQ(label.alignment(), expected.right ? Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignTop
-                                                    : Qt::AlignLeading | Qt::AlignTop);
-        EXPECT_FALSE(label.wordWrap());
-    }
-
-    const auto* chart = card->findChild<ChartWidget*>();
-    ASSERT_NE(chart, nullptr);
-    EXPECT_EQ(chart->geometry(), QRect(18, 96, 292, 52));
-    EXPECT_EQ(chart->chart().points().size(), 1u);
-    EXPECT_EQ(chart->chart().accentColor(), (NamedColor{ColorName::SystemTeal, 1.0}));
+// A balance (left), a status (right) and the chart, framed as the core
+// frames them: origin at the card's bottom left. The frames were drawn for
+// the Mac's system font; Inter keeps its proportions, so a balance too wide
+// for its frame ends in an ellipsis as it does on the Mac.
+TEST_F(CardWidgetTest, LabelsAndChartSitAtTheirFlippedFramesInTheirFontsAndColoursCutAtTheTail) {
+    ASSERT_EQ(UiFont::family(), "Inter") << "scripts/install-deps.sh installs fonts-inter";
+    CardWidget card(Card{Card::Kind::Dashboard,
+                         Size{330, 190},
+                         {CardLabel{"$99,999.99", Rect{18, 122, 150, 34}, Font{26, FontWeight::Bold}},
+                          CardLabel{"Ready", Rect{178, 131, 130, 18}, Font{12, FontWeight::Semibold},
+                                    NamedColor{ColorName::SystemGreen, 1.0}, TextAlignment::Right},
+                          chart(3600, {"10", "9.5"})}});
+    const QList<ElidedLabel*> labels = card.findChildren<ElidedLabel*>();
+    ASSERT_EQ(labels.size(), 2);
+    ElidedLabel& balance = *labels[0];
+    EXPECT_EQ(balance.geometry(), QRect(18, 34, 150, 34));
+    EXPECT_EQ(std::make_pair(balance.font().pixelSize(), balance.font().weight()),
+              std::make_pair(26, QFont::Bold));
+    EXPECT_EQ(balance.palette().color(QPalette::WindowText).name(QColor::HexArgb), "#d9000000");
+    EXPECT_EQ(balance.text().toStdString(), "$99,999.\xE2\x80\xA6");
+    EXPECT_EQ(labels[1]->palette().color(QPalette::WindowText).name(QColor::HexArgb), "#ff34c759");
+    // Drawn where aligned: the balance from its frame's left, the status up to its right.
+    EXPECT_NEAR(inkOf(balance).left(), 1, 2);
+    EXPECT_NEAR(inkOf(*labels[1]).right(), 128, 2);
+    const auto* chartWidget = card.findChild<ChartWidget*>();
+    EXPECT_EQ(chartWidget->geometry(), QRect(18, 96, 292, 52));
 
     // A menu wider than the card (its longest item and shortcut column) keeps the card in its middle.
-    card->show();
-    card->resize(364, 190);
-    EXPECT_EQ(shown[0]->geometry(), QRect(35, 10, 290, 22));
-    EXPECT_EQ(chart->geometry(), QRect(35, 96, 292, 52));
-    card->resize(330, 190);
-    EXPECT_EQ(chart->geometry(), QRect(18, 96, 292, 52));
-}
-
-// An unavailable account with a balance too wide for its label.
-TEST_F(CardWidgetTest, ABalanceTooWideIsCutAtTheTailAndAnUnavailableAccountIsRed) {
-    const auto card = dashboardFor(balanceBody({{"USD", "12345678901.25"}}, false));
-    const ElidedLabel& status = *labels(*card).at(3);
-    EXPECT_EQ(status.text(), "No balance");
-    EXPECT_EQ(status.palette().color(QPalette::WindowText).name(QColor::HexArgb), "#ffff3b30");
-    ElidedLabel& balance = *labels(*card).at(1);
-
-    EXPECT_EQ(balance.fullText(), "$12,345,678,901.25");
-    EXPECT_TRUE(balance.text().startsWith("$12,")) << balance.text().toStdString();
-    EXPECT_TRUE(balance.text().endsWith(QChar(0x2026))) << balance.text().toStdString();
-    EXPECT_LE(QFontMetrics(balance.font()).horizontalAdvance(balance.text()), 150);
-
-    // Shown, as in an open menu, so that resizes arrive at once.
-    card->show();
+    card.show();
+    card.resize(364, 190);
+    EXPECT_EQ(balance.geometry(), QRect(35, 34, 150, 34));
+    EXPECT_EQ(chartWidget->geometry(), QRect(35, 96, 292, 52));
     balance.resize(400, 34);
-    EXPECT_EQ(balance.text(), "$12,345,678,901.25");
-    balance.resize(150, 34);
-    EXPECT_TRUE(balance.text().endsWith(QChar(0x2026)));
+    EXPECT_EQ(balance.text(), "$99,999.99");
 }
 
-// The frames were drawn for the Mac's system font; Inter keeps its
-// proportions. What fits: every USD balance up to $9,999.99, a CNY balance
-// up to CN¥999.99 in an English locale, "No balance", and the longest footer
-// (59 minutes after a refresh at the 15-minute interval). Wider amounts end
-// in an ellipsis, as they do on the Mac.
-TEST_F(CardWidgetTest, TheWidestRealisticTextsFitTheirFramesInTheCardsFont) {
-    ASSERT_EQ(UiFont::family(), "Inter") << "scripts/install-deps.sh installs fonts-inter";
-    struct FitCase {
-        std::string body;
-        std::size_t label;
-        std::string shown;
-    };
-    const std::string noBalance = R"({"is_available":false,"balance_infos":[]})";
-    const std::vector<FitCase> cases = {
-        {balanceBody({{"USD", "9999.99"}}), 1, "$9,999.99"},
-        {balanceBody({{"USD", "99999.99"}}), 1, "$99,999.\xE2\x80\xA6"},
-        {balanceBody({{"CNY", "999.99"}}), 1,
-         "CN\xC2\xA5"
-         "999.99"},
-        {balanceBody({{"CNY", "9999.99"}}), 1,
-         "CN\xC2\xA5"
-         "9,999\xE2\x80\xA6"},
-        {noBalance, 1, "No balance"},
-        {noBalance, 3, "No balance"},
-        {balanceBody({{"USD", "9999.99"}}), 4, "Updated 59 min. ago \xE2\x80\xA2 15 min auto-refresh"},
-    };
-    gui.fake.storeKey("sk-test");
-    delegate.refreshIntervalClicked(900);
-    for (const FitCase& fit : cases) {
-        SCOPED_TRACE(fit.shown);
-        delegate.refreshClicked();
-        gui.fake.http.respond(200, fit.body);
-        gui.fake.clock.advance(59 * 60);
-        const MenuItem item = delegate.dashboardItem(*delegate.lastResponse());
-        const CardWidget card(*item.card);
-        EXPECT_EQ(labels(card).at(fit.label)->text().toStdString(), fit.shown);
-    }
+TEST_F(CardWidgetTest, TheChartFollowsThePointerWithItsTooltip) {
+    ChartWidget widget(chart(3600, {"10", "9.5"}));
+    widget.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
+    // The plot spans x 12 to 280; its middle, 146, belongs to the later sample.
+    QTest::mouseMove(&widget, QPoint(100, 20));
+    EXPECT_EQ(widget.chart().hoveredIndex(), 0);
+    EXPECT_EQ(widget.toolTip().toStdString(), "USD balance: 10\nTime: 11/22/26, 9:00:00\u202fAM");
+    QTest::mouseMove(&widget, QPoint(146, 20));
+    EXPECT_EQ(widget.chart().hoveredIndex(), 1);
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&widget, &leave);
+    EXPECT_EQ(widget.chart().hoveredIndex(), std::nullopt);
+    EXPECT_EQ(widget.toolTip(), QString());
+    widget.resize(200, 40);
+    EXPECT_EQ(widget.chart().bounds(), (Rect{0, 0, 200, 40}));
+}
+
+TEST_F(CardWidgetTest, TheCanvasPutsTheChartsLineFillAndBackgroundWhereTheViewDrawsThem) {
+    // Flat along the plot's bottom edge (y 40) up to the middle, then up to
+    // its top edge (y 12), drawn into an image larger than the chart.
+    QImage image(320, 80, QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    QtCanvas canvas(painter, ColorPalette(ColorPalette::Appearance::Light));
+    chart(600, {"10", "10", "12"}).draw(canvas);
+    painter.end();
+    EXPECT_EQ(inkOf(image), QRect(0, 0, 292, 52)) << "nothing outside the bounds";
+    EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0) << "outside the rounded corner";
+    EXPECT_EQ(image.pixel(146, 4), qRgba(255, 255, 255, 140)) << "controlBackground at 0.55, above the line";
+    EXPECT_EQ(image.pixel(60, 39), qRgba(48, 176, 199, 255)) << "the teal line, fully covered";
+    EXPECT_EQ(image.pixel(60, 40), qRgba(48, 176, 199, 255));
+    EXPECT_EQ(image.pixel(260, 36), qRgba(196, 233, 239, 161)) << "teal at 0.18 over the background";
+}
+
+TEST(ColorPaletteTest, TheWindowColourChoosesTheAppearanceAndAnAskedAlphaReplacesTheColoursOwn) {
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(30, 30, 30));
+    const ColorPalette dark = ColorPalette::forPalette(palette);
+    // The chart's hover guide: the separator colour at 0.55, not 0.55 of its own 0.10.
+    EXPECT_EQ(dark.color(NamedColor{ColorName::Separator, 0.55}).name(QColor::HexArgb), "#8cffffff");
+    EXPECT_EQ(dark.color(NamedColor{ColorName::SystemTeal, 0.18}).name(QColor::HexArgb), "#2e40c8e0");
 }
 
 } // namespace
