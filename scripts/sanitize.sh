@@ -23,9 +23,8 @@ fi
 export ASAN_OPTIONS=halt_on_error=1:abort_on_error=1:detect_leaks=1:detect_stack_use_after_return=1:check_initialization_order=1:strict_init_order=1
 export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
 
-# Optimised with debug information: every check stays, reports still name
-# their lines, and the soak's thousands of refreshes fit their time limit,
-# which an unoptimised instrumented build overruns.
+# Optimised with debug information: every check stays and reports still
+# name their lines, in a fraction of an unoptimised instrumented build's time.
 cmake -S . -B "$build_dir" -G Ninja \
     -DCMAKE_CXX_COMPILER="${CLANGXX:-clang++}" \
     -DCMAKE_BUILD_TYPE=RelWithDebInfo \
