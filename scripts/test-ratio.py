@@ -3,8 +3,9 @@
 
     test-ratio.py [CHECKOUT]
 
-Counts the work tree's (tracked and new, not ignored) files' non-blank lines that are not wholly comment: C,
-C++ and Objective-C++ (// and /* */ comments) and scripts (# comments)
+Counts the work tree's files (tracked and new, not ignored): their non-blank
+lines that are not wholly comment, of C, C++ and Objective-C++ (// and /* */
+comments) and scripts (# comments)
 under tests/, against the same under core/, icu/, linux/ and macos/. Tests
 are meant to stay at a third of the product or below; whoever changes them
 sees the ratio at the end of scripts/test.sh.
