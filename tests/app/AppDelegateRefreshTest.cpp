@@ -88,18 +88,6 @@ TEST_F(AppDelegateRefreshTest, ARefreshInFlightDropsEveryOtherAndKeepsItsOwnKey)
     EXPECT_EQ(fake.http.requests().size(), 2u);
 }
 
-TEST_F(AppDelegateRefreshTest, AFailureKeepsTheLastSuccessTimeAndRecordsNoHistory) {
-    refreshWith(200, balanceBody({{"USD", "5"}}));
-    const Timestamp success = fake.clock.now();
-    fake.clock.advance(60);
-    refreshWith(503, "busy");
-    EXPECT_EQ(delegate.lastError(), "HTTP 503 busy");
-    EXPECT_EQ(delegate.lastResponse(), std::nullopt);
-    EXPECT_EQ(delegate.lastUpdatedAt(), success);
-    EXPECT_FALSE(delegate.isRefreshing());
-    EXPECT_EQ(delegate.allHistory().size(), 1u);
-}
-
 TEST_F(AppDelegateRefreshTest, TheTitleMarksLowBalancesAndShowsTwoFractionDigits) {
     const std::pair<std::string, std::string> cases[] = {
         {balanceBody({{"USD", "1.00"}}), kWarning + " $1.00"},
@@ -114,30 +102,6 @@ TEST_F(AppDelegateRefreshTest, TheTitleMarksLowBalancesAndShowsTwoFractionDigits
         refreshWith(200, body);
         EXPECT_EQ(fake.statusItem.title(), title) << body;
     }
-}
-
-TEST_F(AppDelegateRefreshTest, WithoutAButtonTitlesAreSkippedAndLaunchGoesOn) {
-    RecordingStatusItem item(false);
-    Platform platform = fake.platform();
-    Platform withoutButton{item,           platform.settings,   platform.secrets,       platform.http,
-                           platform.clock, platform.formatter,  platform.textSegmenter, platform.timers,
-                           platform.alert, platform.pasteboard, platform.workspace,     platform.application};
-    fake.storeKey("sk-test");
-    AppDelegate app(withoutButton);
-    app.applicationDidFinishLaunching();
-    fake.http.respond(200, balanceBody({{"USD", "5"}}));
-
-    EXPECT_TRUE(item.titles().empty());
-    EXPECT_TRUE(item.toolTips().empty());
-    EXPECT_EQ(item.events().front(), "attach menu");
-    EXPECT_TRUE(app.lastResponse());
-}
-
-TEST_F(AppDelegateRefreshTest, AnAnswerArrivingAfterTheDelegateIsGoneIsIgnored) {
-    fake.storeKey("sk-test");
-    AppDelegate(fake.platform()).refreshClicked();
-    fake.http.respond(200, balanceBody({{"USD", "5"}}));
-    EXPECT_EQ(fake.statusItem.title(), kWhale + " ...");
 }
 
 using AutoRefreshTest = DelegateTest;

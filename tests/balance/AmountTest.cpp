@@ -1,5 +1,4 @@
 #include "balance/MoneyFormat.h"
-#include "balance/ParseAmount.h"
 #include "balance/PreferredBalance.h"
 #include "icu/IcuFormatter.h"
 
@@ -10,19 +9,6 @@
 
 namespace quorvane {
 namespace {
-
-TEST(ParseAmountTest, ReadsTheExactDecimalTheTextStartsWithOrZero) {
-    const std::vector<std::pair<std::string, std::string>> cases = {
-        {"-12.50", "-12.5"}, {"12345678901234567890.123456789", "12345678901234567890.123456789"},
-        {"", "0"},           {"$5", "0"},
-        {"1,234.5", "1"},    {"  7", "7"},
-        {"12 USD", "12"},    {"1e3", "1000"},
-        {"1e999", "0"},
-    };
-    for (const auto& [text, expected] : cases) {
-        EXPECT_EQ(parseAmount(text).toString(), expected) << "\"" << text << "\"";
-    }
-}
 
 TEST(PreferredBalanceTest, TakesTheFirstExactUsdEntryElseTheFirstEntry) {
     const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
@@ -41,17 +27,6 @@ TEST(PreferredBalanceTest, TakesTheFirstExactUsdEntryElseTheFirstEntry) {
         }
         const std::optional<BalanceInfo> chosen = preferredBalance(response);
         EXPECT_EQ(chosen ? chosen->totalBalance : "none", expected) << ::testing::PrintToString(currencies);
-    }
-}
-
-TEST(PreferredBalanceTest, HealthyOnlyAboveOneDollarOrTenOfAnyOtherCurrency) {
-    const std::vector<std::tuple<std::string, std::string, bool>> cases = {
-        {"1.00", "USD", false}, {"1.0001", "USD", true}, {"-3", "USD", false}, {"5", "usd", false},
-        {"10", "CNY", false},   {"10.01", "CNY", true},  {"10", "", false},    {"11", "", true},
-    };
-    for (const auto& [balance, currency, healthy] : cases) {
-        EXPECT_EQ(isHealthyBalance(Decimal::parse(balance).value(), currency), healthy)
-            << balance << " " << currency;
     }
 }
 

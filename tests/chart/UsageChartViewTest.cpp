@@ -1,5 +1,6 @@
 #include "chart/UsageChartView.h"
 
+#include "chart/ChartGeometry.h"
 #include "chart/ChartTexts.h"
 #include "fakes/RecordingCanvas.h"
 #include "fakes/UsdChart.h"
@@ -153,6 +154,27 @@ TEST(ChartTextsTest, TheBubbleHasTheShortTimeInTheZoneAndAnAmountOfAtMostFourDig
               "10:13\u202fPM  2.5");
     EXPECT_EQ(ChartTexts(formatter, "Asia/Tokyo").compactTooltipText(hourly("USD", {"1.23456"})[0]),
               "7:13\u202fAM  1.2346");
+}
+
+TEST(ChartGeometryTest, BubbleStaysCentredWithinWidthAndMarginLimits) {
+    struct Case {
+        double sampleX;
+        double textWidth;
+        Rect bubble;
+    };
+    const Case cases[] = {
+        {146, 60, {100, 6, 92, 22}},  {146, 78, {100, 6, 92, 22}}, {146, 79, {99.5, 6, 93, 22}},
+        {146, 100, {89, 6, 114, 22}}, {12, 60, {8, 6, 92, 22}},    {280, 60, {192, 6, 92, 22}},
+        {146, 300, {9, 6, 274, 22}},  {12, 300, {8, 6, 274, 22}},  {280, 300, {10, 6, 274, 22}},
+    };
+    const ChartGeometry geometry({0, 0, 292, 52}, {{Timestamp{}, "USD", Decimal::parse("2").value()},
+                                                   {Timestamp{}, "USD", Decimal::parse("1").value()}});
+    for (const Case& c : cases) {
+        EXPECT_EQ(geometry.bubbleRect(c.sampleX, c.textWidth), c.bubble) << c.sampleX << " " << c.textWidth;
+    }
+    EXPECT_EQ(ChartGeometry::bubbleTextRect({8, 6, 92, 22}), (Rect{15, 10, 78, 14}));
+    // Narrower than its padding: an empty text rect at the bubble's centre.
+    EXPECT_EQ(ChartGeometry::bubbleTextRect({8, 6, 10, 6}), (Rect{13, 9, 0, 0}));
 }
 
 } // namespace

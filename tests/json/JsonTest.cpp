@@ -37,25 +37,6 @@ TEST(JsonReaderTest, KeepsNumbersAsTheirSourceTextAndMembersInSourceOrder) {
     }
 }
 
-TEST(JsonReaderTest, GivesKindsAndContentsThroughItsAccessors) {
-    const JsonReader::Result result =
-        JsonReader::parse(R"({"s":"a\u0000b","n":2.50,"t":true,"x":[null],"n":3})");
-    ASSERT_TRUE(result.value);
-    const JsonValue& root = *result.value;
-    EXPECT_EQ(root.kind(), JsonValue::Kind::Object);
-    ASSERT_EQ(root.members().size(), 5u) << "duplicate keys are all kept";
-    EXPECT_EQ(root.members()[1].value.text(), "2.50");
-    EXPECT_EQ(root.find("n")->text(), "3") << "the last one is found";
-    EXPECT_EQ(root.find("s")->text(), std::string("a\0b", 3));
-    EXPECT_TRUE(root.find("t")->boolValue());
-    EXPECT_EQ(root.find("x")->elements()[0].kind(), JsonValue::Kind::Null);
-    EXPECT_EQ(root.find("missing"), nullptr);
-    // Another kind's content reads empty instead of failing.
-    EXPECT_EQ(root.find("x")->text(), "");
-    EXPECT_FALSE(root.find("n")->boolValue());
-    EXPECT_EQ(root.find("s")->find("s"), nullptr);
-}
-
 TEST(JsonReaderTest, ReportsWhatWentWrongAndWhere) {
     const std::vector<std::pair<std::string, std::string>> cases = {
         {"", "empty input"},

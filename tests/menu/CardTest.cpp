@@ -55,28 +55,6 @@ TEST_F(CardTest, DashboardLaysOutSixSubviewsAtTheirFrames) {
                          });
 }
 
-TEST_F(CardTest, AccentAndStatusFollowTheThresholdAndAvailability) {
-    const struct {
-        std::string currency;
-        std::string total;
-        bool available;
-        ColorName accent;
-        std::string status;
-        ColorName statusColor;
-    } cases[] = {
-        {"USD", "1", true, SystemOrange, "Ready", SystemGreen},
-        {"USD", "1.01", true, SystemTeal, "Ready", SystemGreen},
-        {"CNY", "10", false, SystemOrange, "No balance", SystemRed},
-    };
-    for (const auto& c : cases) {
-        const Card card = dashboardFor(balanceBody({{c.currency, c.total}}, c.available));
-        EXPECT_EQ(std::get<UsageChartView>(card.subviews[4]).accentColor(), (NamedColor{c.accent, 1}))
-            << c.total;
-        EXPECT_EQ(std::get<CardLabel>(card.subviews[3]).text, c.status) << c.total;
-        EXPECT_EQ(std::get<CardLabel>(card.subviews[3]).color.name, c.statusColor) << c.total;
-    }
-}
-
 TEST_F(CardTest, TheFooterNamesTheIntervalEvenWhenAutoRefreshIsOffAndTheTimeSinceTheUpdate) {
     EXPECT_EQ(delegate.lastUpdatedText(), "never");
     fake.settings.setValue("refreshInterval", std::int64_t{45});

@@ -68,15 +68,6 @@ TEST_F(MenuTest, TheTopSectionFollowsTheFourCases) {
                   kCommands);
 }
 
-TEST_F(MenuTest, AutoRefreshOffReadsOffInTheSummaryAndOffInSettings) {
-    delegate.toggleAutoRefreshClicked();
-    refreshWith(200, balanceBody({{"USD", "5"}}));
-    const std::string text = fake.statusItem.menuText();
-    EXPECT_NE(text.find("\n\xE2\x8F\xB8 Auto-refresh: off\n"), std::string::npos);
-    EXPECT_NE(text.find("\n  \xE2\x8F\xB8 Auto-refresh: Off\n"), std::string::npos);
-    EXPECT_EQ(text.find("Auto-refresh: every"), std::string::npos);
-}
-
 TEST_F(MenuTest, CommandsCarryTheirHandlersAndNothingAccumulatesOverRebuilds) {
     refreshWith(200, balanceBody({{"USD", "5"}}));
     const std::vector<MenuItem> first = fake.statusItem.menu();
