@@ -104,6 +104,13 @@ TEST_F(AppDelegateRefreshTest, TheTitleMarksLowBalancesAndShowsTwoFractionDigits
     }
 }
 
+TEST_F(AppDelegateRefreshTest, AnAnswerArrivingAfterTheDelegateIsGoneIsIgnored) {
+    fake.storeKey("sk-test");
+    AppDelegate(fake.platform()).refreshClicked();
+    fake.http.respond(200, balanceBody({{"USD", "5"}}));
+    EXPECT_EQ(fake.statusItem.title(), kWhale + " ...");
+}
+
 using AutoRefreshTest = DelegateTest;
 
 TEST_F(AutoRefreshTest, StoredIntervalsGiveTheirLabelTimerPeriodAndCheckMark) {

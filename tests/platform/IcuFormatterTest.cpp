@@ -16,6 +16,8 @@ Decimal decimalOf(const char* text) {
 
 // 2026-03-01T22:59:59Z, the last second of 1 March in Berlin (UTC+1).
 constexpr double kLastBerlinSecond = 1772405999.0;
+// 2026-12-31T12:00:00Z, a day whose US week already belongs to 2027.
+constexpr double kLastDayOf2026 = 1798718400.0;
 
 TEST(IcuFormatterTest, CurrencyTakesThreeLettersAndTheCurrencysDigitsUpToTheMaximum) {
     const struct {
@@ -79,6 +81,49 @@ TEST(IcuFormatterTest, NonFiniteTimesGiveEmptyTexts) {
 }
 
 // ICU reads the environment once per process, so each case runs in a fresh one.
+TEST(IcuFormatterTest, DecimalGroupsAndRoundsHalfEvenWithoutTrailingZeros) {
+    const struct {
+        const char* locale;
+        const char* amount;
+        int maxDigits;
+        std::optional<std::string> expected;
+    } cases[] = {
+        {"en_US", "-1234.56789", 4, "-1,234.5679"},
+        {"de_DE", "1234.5", 4, "1.234,5"},
+        {"en_US", "0.00005", 4, "0"},
+        {"en_US", "0.00015", 4, "0.0002"},
+        {"en_US", "12345678901234567890123456789012345678", 4,
+         "12,345,678,901,234,567,890,123,456,789,012,345,678"},
+        {"en_US", "1", -1, std::nullopt},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.locale) + " " + c.amount + " max " + std::to_string(c.maxDigits));
+        EXPECT_EQ(IcuFormatter(c.locale).decimal(decimalOf(c.amount), c.maxDigits), c.expected);
+    }
+}
+
+TEST(IcuFormatterTest, DayKeyIsTheGregorianCalendarDateInTheZone) {
+    const struct {
+        const char* locale;
+        double unixSeconds;
+        const char* zone;
+        const char* expected;
+    } cases[] = {
+        {"en_US", kLastBerlinSecond, "Europe/Berlin", "2026-03-01"},
+        {"en_US", kLastBerlinSecond + 1, "Europe/Berlin", "2026-03-02"},
+        // An unknown zone id falls back to GMT.
+        {"en_US", kLastBerlinSecond + 1, "Mars/Olympus", "2026-03-01"},
+        {"en_US", kLastDayOf2026, "UTC", "2026-12-31"},
+        // Thai's own calendar would give the Buddhist year 2569.
+        {"th_TH", kLastBerlinSecond + 1, "Europe/Berlin", "2026-03-02"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.locale) + " " + std::to_string(c.unixSeconds) + " " + c.zone);
+        EXPECT_EQ(IcuFormatter(c.locale).dayKey(Timestamp::fromUnixSeconds(c.unixSeconds), c.zone),
+                  c.expected);
+    }
+}
+
 TEST(IcuFormatterTest, DefaultLocaleFollowsTheEnvironmentAndNoneChosenReadsAsEnUs) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const struct {

@@ -34,6 +34,27 @@ protected:
     }
 };
 
+TEST_F(SpendBaselinesTest, LocalMidnightStartsANewDayWhileSinceBaselineKeepsCounting) {
+    update({{"USD", "10.00"}});
+    clock.advance(29 * 60 + 59); // 23:59:59 local
+    update({{"USD", "9.00"}});
+    EXPECT_EQ(stored("dayKey"), "2026-03-01");
+    EXPECT_EQ(baselines.spentToday(dec("9.00"), "USD"), dec("1"));
+
+    clock.advance(1); // 00:00:00 local, still 23:00 of the 1st in UTC
+    update({{"USD", "8.75"}});
+    EXPECT_EQ(stored("dayKey"), "2026-03-02");
+    EXPECT_EQ(stored("dayStart.USD"), "8.75");
+    EXPECT_EQ(baselines.spentToday(dec("8.75"), "USD"), Decimal());
+    EXPECT_EQ(baselines.spentSinceBaseline(dec("8.75"), "USD"), dec("1.25"));
+
+    // A new day listing no currency moves the day key only.
+    clock.advance(86400);
+    update({});
+    EXPECT_EQ(stored("dayKey"), "2026-03-03");
+    EXPECT_EQ(baselines.spentToday(dec("8"), "USD"), dec("0.75"));
+}
+
 TEST_F(SpendBaselinesTest, ResetRemovesFiveKeysAndKeepsOtherCurrencies) {
     update({{"USD", "10"}, {"CNY", "50"}, {"EUR", "5"}});
     const std::size_t before = store.log().size();
