@@ -104,6 +104,7 @@ TEST_F(AppDelegateRefreshTest, TheTitleMarksLowBalancesAndShowsTwoFractionDigits
     }
 }
 
+// Without the weak guard the callback writes through a dead delegate and crashes here.
 TEST_F(AppDelegateRefreshTest, AnAnswerArrivingAfterTheDelegateIsGoneIsIgnored) {
     fake.storeKey("sk-test");
     AppDelegate(fake.platform()).refreshClicked();

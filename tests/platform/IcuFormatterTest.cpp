@@ -80,7 +80,7 @@ TEST(IcuFormatterTest, NonFiniteTimesGiveEmptyTexts) {
     }
 }
 
-// ICU reads the environment once per process, so each case runs in a fresh one.
+// Plain decimals round on a path of their own; only this table sees it round half up.
 TEST(IcuFormatterTest, DecimalGroupsAndRoundsHalfEvenWithoutTrailingZeros) {
     const struct {
         const char* locale;
@@ -102,6 +102,7 @@ TEST(IcuFormatterTest, DecimalGroupsAndRoundsHalfEvenWithoutTrailingZeros) {
     }
 }
 
+// The only test that would see the locale's own calendar (Buddhist years) in the key.
 TEST(IcuFormatterTest, DayKeyIsTheGregorianCalendarDateInTheZone) {
     const struct {
         const char* locale;
@@ -124,6 +125,7 @@ TEST(IcuFormatterTest, DayKeyIsTheGregorianCalendarDateInTheZone) {
     }
 }
 
+// ICU reads the environment once per process, so each case runs in a fresh one.
 TEST(IcuFormatterTest, DefaultLocaleFollowsTheEnvironmentAndNoneChosenReadsAsEnUs) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const struct {

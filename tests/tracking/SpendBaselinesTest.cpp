@@ -34,6 +34,7 @@ protected:
     }
 };
 
+// The only test that takes the day in the clock's zone and not in UTC.
 TEST_F(SpendBaselinesTest, LocalMidnightStartsANewDayWhileSinceBaselineKeepsCounting) {
     update({{"USD", "10.00"}});
     clock.advance(29 * 60 + 59); // 23:59:59 local
