@@ -5,13 +5,15 @@
 
 Reads reports of ../shared/tools/mutants.py run with --all-failures, plain
 or gzipped (each mutant with every test that failed on it; a mutant in
-several reports counts once, from the first). Then, largest test first, takes a test away when every
-mutant it kills is still killed by a test left, and prints what it took: its
-non-blank, non-comment lines, its file and name, and how many mutants it
-kills. A test the reports name that the tree no longer holds kills
-nothing. Each --suite names a GoogleTest suite to take candidates from; a
-test outside the reports' runs was never asked, so name only suites they ran. The answer holds for the mutants in the reports and no others:
-run every mutant of the files the candidates test before cutting.
+several reports counts once, from the first). Then, largest test first,
+takes a test away when every mutant it kills is still killed by a test
+left, and prints what it took: its non-blank, non-comment lines, its file
+and name, and how many mutants it kills. A test the reports name that the
+tree no longer holds kills nothing. Each --suite names a GoogleTest suite
+to take candidates from; a test outside the reports' runs was never asked,
+so name only suites they ran. The answer holds for the mutants in the
+reports and no others: run every mutant of the files the candidates test
+before cutting, and make by hand the faults no mutant makes.
 """
 import argparse
 import collections
@@ -42,7 +44,8 @@ def test_sizes(checkout):
             end = start
             while not lines[end].startswith("}"):
                 end += 1
-            code = [text for text in lines[start:end + 1] if text.strip() and not text.strip().startswith("//")]
+            stripped = (text.strip() for text in lines[start:end + 1])
+            code = [text for text in stripped if text and not text.startswith("//")]
             sizes[match.group(1) + "." + name] = (len(code), path)
     return sizes
 

@@ -12,10 +12,7 @@ namespace quorvane {
 
 class RecordingStatusItem : public StatusItem {
 public:
-    explicit RecordingStatusItem(bool hasButton = true)
-        : m_hasButton(hasButton) {}
-
-    bool hasButton() const override { return m_hasButton; }
+    bool hasButton() const override { return true; }
     void setTitle(const StatusTitle& title) override { m_titles.push_back(title.full()); }
     void setToolTip(const std::string& toolTip) override { m_toolTips.push_back(toolTip); }
     void attachMenu() override { m_events.push_back("attach menu"); }
@@ -33,7 +30,6 @@ public:
     const std::vector<std::string>& events() const { return m_events; }
 
 private:
-    bool m_hasButton;
     std::vector<std::string> m_titles;
     std::vector<std::string> m_toolTips;
     std::vector<MenuItem> m_menu;

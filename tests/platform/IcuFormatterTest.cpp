@@ -53,33 +53,6 @@ TEST(IcuFormatterTest, CurrencyTakesThreeLettersAndTheCurrencysDigitsUpToTheMaxi
     }
 }
 
-TEST(IcuFormatterTest, RelativeTimeTakesTheLargestUnitReachedTruncated) {
-    const std::pair<double, const char*> cases[] = {
-        {0.0, "0 sec. ago"},         {0.5, "in 0 sec."},         {-59.75, "59 sec. ago"},
-        {-60.0, "1 min. ago"},       {-3599.0, "59 min. ago"},   {-3600.0, "1 hr. ago"},
-        {-86399.0, "23 hr. ago"},    {-86400.0, "1 day ago"},    {-604799.0, "6 days ago"},
-        {-604800.0, "1 wk. ago"},    {-2629799.0, "4 wk. ago"},  {-2629800.0, "1 mo. ago"},
-        {-31557599.0, "11 mo. ago"}, {-31557600.0, "1 yr. ago"}, {120.0, "in 2 min."},
-    };
-    const Timestamp now = Timestamp::fromUnixSeconds(kLastBerlinSecond);
-    for (const auto& [secondsFromNow, expected] : cases) {
-        EXPECT_EQ(IcuFormatter("en_US").relativeTime(now.plusSeconds(secondsFromNow), now), expected);
-    }
-}
-
-TEST(IcuFormatterTest, NonFiniteTimesGiveEmptyTexts) {
-    const IcuFormatter formatter("en_US");
-    const Timestamp now = Timestamp::fromUnixSeconds(kLastBerlinSecond);
-    for (const double bad :
-         {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
-        const Timestamp time{bad};
-        EXPECT_EQ(formatter.dayKey(time, "UTC"), "");
-        EXPECT_EQ(formatter.dateTime(time, DateStyle::Short, TimeStyle::Medium, "UTC"), "");
-        EXPECT_EQ(formatter.relativeTime(time, now), "");
-        EXPECT_EQ(formatter.relativeTime(now, time), "");
-    }
-}
-
 // Plain decimals round on a path of their own; only this table sees it round half up.
 TEST(IcuFormatterTest, DecimalGroupsAndRoundsHalfEvenWithoutTrailingZeros) {
     const struct {
@@ -122,6 +95,33 @@ TEST(IcuFormatterTest, DayKeyIsTheGregorianCalendarDateInTheZone) {
         SCOPED_TRACE(std::string(c.locale) + " " + std::to_string(c.unixSeconds) + " " + c.zone);
         EXPECT_EQ(IcuFormatter(c.locale).dayKey(Timestamp::fromUnixSeconds(c.unixSeconds), c.zone),
                   c.expected);
+    }
+}
+
+TEST(IcuFormatterTest, RelativeTimeTakesTheLargestUnitReachedTruncated) {
+    const std::pair<double, const char*> cases[] = {
+        {0.0, "0 sec. ago"},         {0.5, "in 0 sec."},         {-59.75, "59 sec. ago"},
+        {-60.0, "1 min. ago"},       {-3599.0, "59 min. ago"},   {-3600.0, "1 hr. ago"},
+        {-86399.0, "23 hr. ago"},    {-86400.0, "1 day ago"},    {-604799.0, "6 days ago"},
+        {-604800.0, "1 wk. ago"},    {-2629799.0, "4 wk. ago"},  {-2629800.0, "1 mo. ago"},
+        {-31557599.0, "11 mo. ago"}, {-31557600.0, "1 yr. ago"}, {120.0, "in 2 min."},
+    };
+    const Timestamp now = Timestamp::fromUnixSeconds(kLastBerlinSecond);
+    for (const auto& [secondsFromNow, expected] : cases) {
+        EXPECT_EQ(IcuFormatter("en_US").relativeTime(now.plusSeconds(secondsFromNow), now), expected);
+    }
+}
+
+TEST(IcuFormatterTest, NonFiniteTimesGiveEmptyTexts) {
+    const IcuFormatter formatter("en_US");
+    const Timestamp now = Timestamp::fromUnixSeconds(kLastBerlinSecond);
+    for (const double bad :
+         {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
+        const Timestamp time{bad};
+        EXPECT_EQ(formatter.dayKey(time, "UTC"), "");
+        EXPECT_EQ(formatter.dateTime(time, DateStyle::Short, TimeStyle::Medium, "UTC"), "");
+        EXPECT_EQ(formatter.relativeTime(time, now), "");
+        EXPECT_EQ(formatter.relativeTime(now, time), "");
     }
 }
 
