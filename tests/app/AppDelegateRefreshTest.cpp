@@ -104,6 +104,24 @@ TEST_F(AppDelegateRefreshTest, TheTitleMarksLowBalancesAndShowsTwoFractionDigits
     }
 }
 
+// The only test of a status item without a button (macOS can give one).
+TEST_F(AppDelegateRefreshTest, WithoutAButtonTitlesAreSkippedAndLaunchGoesOn) {
+    RecordingStatusItem item(false);
+    Platform platform = fake.platform();
+    Platform withoutButton{item,           platform.settings,   platform.secrets,       platform.http,
+                           platform.clock, platform.formatter,  platform.textSegmenter, platform.timers,
+                           platform.alert, platform.pasteboard, platform.workspace,     platform.application};
+    fake.storeKey("sk-test");
+    AppDelegate app(withoutButton);
+    app.applicationDidFinishLaunching();
+    fake.http.respond(200, balanceBody({{"USD", "5"}}));
+
+    EXPECT_TRUE(item.titles().empty());
+    EXPECT_TRUE(item.toolTips().empty());
+    EXPECT_EQ(item.events().front(), "attach menu");
+    EXPECT_TRUE(app.lastResponse());
+}
+
 // Without the weak guard the callback writes through a dead delegate and crashes here.
 TEST_F(AppDelegateRefreshTest, AnAnswerArrivingAfterTheDelegateIsGoneIsIgnored) {
     fake.storeKey("sk-test");

@@ -12,7 +12,10 @@ namespace quorvane {
 
 class RecordingStatusItem : public StatusItem {
 public:
-    bool hasButton() const override { return true; }
+    explicit RecordingStatusItem(bool hasButton = true)
+        : m_hasButton(hasButton) {}
+
+    bool hasButton() const override { return m_hasButton; }
     void setTitle(const StatusTitle& title) override { m_titles.push_back(title.full()); }
     void setToolTip(const std::string& toolTip) override { m_toolTips.push_back(toolTip); }
     void attachMenu() override { m_events.push_back("attach menu"); }
@@ -30,6 +33,7 @@ public:
     const std::vector<std::string>& events() const { return m_events; }
 
 private:
+    bool m_hasButton;
     std::vector<std::string> m_titles;
     std::vector<std::string> m_toolTips;
     std::vector<MenuItem> m_menu;
