@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Lists the tests that can go without any mutant losing its last killer.
 
-    redundant-tests.py [--suite S ...] KILLS.json ...
+    redundant-tests.py [--suite S ...] [--witnesses] KILLS.json ...
 
 Reads reports of ../shared/tools/mutants.py run with --all-failures, plain
 or gzipped (each mutant with every test that failed on it; a mutant in
@@ -14,6 +14,9 @@ to take candidates from; a test outside the reports' runs was never asked,
 so name only suites they ran. The answer holds for the mutants in the
 reports and no others: run every mutant of the files the candidates test
 before cutting, and make by hand the faults no mutant makes.
+
+With --witnesses it then prints, for each candidate left, a mutant only it
+kills: the kill that cutting it would lose.
 """
 import argparse
 import collections
@@ -54,6 +57,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
     parser.add_argument("reports", nargs="+")
     parser.add_argument("--suite", action="append", default=[], dest="suites")
+    parser.add_argument("--witnesses", action="store_true")
     parser.add_argument("--checkout", default=os.path.join(os.path.dirname(__file__), ".."))
     args = parser.parse_args()
 
@@ -81,6 +85,13 @@ def main():
             print(f"{sizes[test][0]:4d} {sizes[test][1]} {test} (kills {len(kills[test])})")
     print(f"{len(mutants)} mutants, {sum(m['result'] == 'killed' for m in mutants.values())} killed; "
           f"{taken} test lines can go")
+    if args.witnesses:
+        # Whatever the loop left kills something no other test left kills.
+        for test in sorted((t for t in candidates if any(killers[key] == {t} for key in kills[t])),
+                           key=lambda t: (sizes[t][1], t)):
+            alone = sorted(key for key in kills[test] if killers[key] == {test})
+            more = f" (and {len(alone) - 1} more)" if len(alone) > 1 else ""
+            print(f"{sizes[test][0]:4d} {test}: {alone[0]}{more}")
 
 
 if __name__ == "__main__":
