@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <optional>
 #include <string>
 
 namespace quorvane {
@@ -28,34 +27,6 @@ struct Stores {
     MemorySecretStore* file;
     std::unique_ptr<MigratingSecretStore> store;
 };
-
-TEST(MigratingSecretStoreTest, TheFilesKeyMovesIntoTheServiceWhetherOrNotTheServiceHeldOne) {
-    struct Case {
-        std::optional<std::string> inService;
-        std::optional<std::string> inFile;
-        std::optional<std::string> read;
-    };
-    const Case cases[] = {
-        {std::nullopt, "sk-file", "sk-file"},
-        // The file's key is the later one: saving to the service removes the file.
-        {"sk-old", "sk-file", "sk-file"},
-        {"sk-same", "sk-same", "sk-same"},
-        {"sk-service", std::nullopt, "sk-service"},
-        {std::nullopt, std::nullopt, std::nullopt},
-    };
-    for (const Case& c : cases) {
-        Stores fresh;
-        if (c.inService) {
-            fresh.service->putItem(kService, kAccount, *c.inService);
-        }
-        if (c.inFile) {
-            fresh.file->putItem(kService, kAccount, *c.inFile);
-        }
-        EXPECT_EQ(fresh.store->copy(kService, kAccount).data, c.read);
-        EXPECT_EQ(fresh.service->item(kService, kAccount), c.read);
-        EXPECT_EQ(fresh.file->itemCount(), 0u) << "never two keys";
-    }
-}
 
 TEST(MigratingSecretStoreTest, AKeyTheServiceWillNotTakeStaysInTheFileAndIsStillRead) {
     Stores refused;

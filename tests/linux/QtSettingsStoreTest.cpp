@@ -2,7 +2,6 @@
 
 #include "platform/Defaults.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -133,20 +132,6 @@ TEST_F(QtSettingsStoreTest, HandEditedAndDamagedFilesReadWithoutCrashing) {
         out.close();
         EXPECT_EQ(restarted(file)->value("refreshInterval"), expected) << content.toStdString();
     }
-}
-
-TEST_F(QtSettingsStoreTest, TheDefaultFileIsQuorvaneConfUnderTheUsersConfigFolder) {
-    QString expected =
-        QDir(qEnvironmentVariable("XDG_CONFIG_HOME")).filePath(QStringLiteral("Quorvane/Quorvane.conf"));
-    QFile::remove(expected);
-    {
-        QtSettingsStore store;
-        EXPECT_EQ(store.fileName().toStdString(), expected.toStdString());
-        store.setValue("autoRefreshEnabled", false);
-    }
-    QFile written(expected);
-    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
-    EXPECT_EQ(written.readAll(), "[General]\nautoRefreshEnabled=false\n");
 }
 
 } // namespace

@@ -32,40 +32,6 @@ protected:
     QtTimerScheduler m_scheduler;
 };
 
-TEST_F(QtTimerSchedulerTest, FiresRepeatedlyAfterAFullPeriodAndNeverInsideTheSchedulingCall) {
-    int fires = 0;
-    int slowFires = 0;
-    int tinyFires = 0;
-    auto timer = m_scheduler.scheduleRepeating(0.02, [&] { ++fires; });
-    auto slow = m_scheduler.scheduleRepeating(60.0, [&] { ++slowFires; });
-    auto tiny = m_scheduler.scheduleRepeating(1e-6, [&] { ++tinyFires; });
-    EXPECT_EQ(fires + tinyFires, 0);
-    EXPECT_EQ(timer->periodSeconds(), 0.02);
-    ASSERT_TRUE(waitUntil([&] { return fires >= 3 && tinyFires >= 2; }));
-    EXPECT_EQ(slowFires, 0);
-}
-
-TEST_F(QtTimerSchedulerTest, InvalidatingOrDestroyingStopsTheFiresEvenFromTheirOwnFire) {
-    int fires[4] = {};
-    std::unique_ptr<RepeatingTimer> timers[4];
-    timers[0] = m_scheduler.scheduleRepeating(0.005, [&] { ++fires[0]; });
-    timers[1] = m_scheduler.scheduleRepeating(0.005, [&] { ++fires[1]; });
-    timers[2] = m_scheduler.scheduleRepeating(0.005, [&] { ++fires[2], timers[2]->invalidate(); });
-    timers[3] = m_scheduler.scheduleRepeating(0.005, [&] { ++fires[3], timers[3].reset(); });
-    ASSERT_TRUE(waitUntil([&] { return fires[0] >= 1 && fires[1] >= 1 && fires[2] >= 1 && fires[3] >= 1; }));
-    timers[0]->invalidate();
-    timers[0]->invalidate();
-    timers[1].reset();
-    const std::vector<int> before(fires, fires + 4);
-    letASentinelFire(5);
-
-    EXPECT_EQ(std::vector<int>(fires, fires + 4), before);
-    EXPECT_EQ(before[2], 1);
-    EXPECT_EQ(before[3], 1);
-    EXPECT_EQ(timers[3], nullptr);
-    EXPECT_EQ(timers[0]->periodSeconds(), 0.005);
-}
-
 // Measured against the clock, so that a fire can be late on a busy machine
 // but never early: Qt's default coarse timers fire up to 5 % before time.
 TEST_F(QtTimerSchedulerTest, EveryFireLandsAtTheFullPeriodNeverBefore) {
@@ -156,6 +122,8 @@ TEST_F(QtTimerSchedulerTest, FiresWaitWhileHeldAndComeOnceAsTasksOfTheirOwn) {
     }
 }
 
+// Through the scheduler, not firingPeriodMs alone: a timer that fell back to
+// some period for these would fire, and only this test would see it.
 TEST_F(QtTimerSchedulerTest, PeriodsThatNeverFire) {
     const double periods[] = {
         std::numeric_limits<double>::quiet_NaN(),

@@ -53,6 +53,7 @@ TEST_F(CardImageTest, TheCardIsDrawnOnTheMenusBackgroundAndPointsAtItsSamples) {
     EXPECT_NE(hovered.image, CardImage::draw(card, 2, 2).image);
 }
 
+// The one place the one-sample wording is read: the whole-program test hovers past five samples.
 TEST_F(CardImageTest, AChartOfOneSampleHasNoLineToPointAt) {
     EXPECT_EQ(CardImage::draw(dashboard({"1"}), 0, 2).message,
               "the chart has no sample 0; it draws no line to point at");
