@@ -144,6 +144,7 @@ TEST_F(FileSecretStoreTest, ACorruptFileReadsAsEmptyAndIsMovedAsideBeforeAnAdd) 
     EXPECT_TRUE(S_ISFIFO(aside.st_mode));
 }
 
+// The only path through a plain file: reading it must say no key, not fail.
 TEST_F(FileSecretStoreTest, AnUnwritableLocationFailsWithoutTouchingAnything) {
     std::string blocker = m_root.filePath(QStringLiteral("plain-file")).toStdString();
     writeFile(blocker, "in the way");

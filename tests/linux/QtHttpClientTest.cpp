@@ -42,26 +42,6 @@ std::string refusedUrl() {
     return "http://127.0.0.1:" + std::to_string(probe.serverPort()) + "/user/balance";
 }
 
-TEST(QtHttpClientTest, SendsTheRequestLineAndHeadersAndACompletionMayStartTheNext) {
-    LoopbackHttpServer server;
-    server.answerWith(answer(200, "again"));
-    QtHttpClient client;
-    std::vector<std::string> seen;
-    client.get(balanceRequest(server.url("/first")), [&](HttpResult first) {
-        seen.push_back(describe(first));
-        client.get(balanceRequest(server.url("/second")),
-                   [&](HttpResult second) { seen.push_back(describe(second)); });
-    });
-    ASSERT_TRUE(waitUntil([&] { return seen.size() == 2; }));
-    EXPECT_EQ(seen, (std::vector<std::string>{"http 200 again", "http 200 again"}));
-    ASSERT_EQ(server.requestHeads().size(), 2);
-    QList<QByteArray> lines = server.requestHeads().front().split('\n');
-    EXPECT_EQ(lines.front(), "GET /first HTTP/1.1\r");
-    EXPECT_TRUE(lines.contains("Accept: application/json\r"));
-    EXPECT_TRUE(lines.contains("Authorization: Bearer sk-test-0123456789\r"));
-    EXPECT_TRUE(server.requestHeads()[1].startsWith("GET /second HTTP/1.1\r\n"));
-}
-
 // One client, limited to 1000 bytes of body, goes through every case, so it
 // also carries on after time-outs and failures.
 TEST(QtHttpClientTest, EachExchangeCompletesExactlyOnceAndNeverInsideGet) {

@@ -84,6 +84,7 @@ TEST(ClipboardHandoffTest, WithoutAToolTheTextIsCopiedOnlyWhenTheHolderSaysItOwn
     EXPECT_EQ(missing, "the clipboard could not be taken; nothing was copied");
 }
 
+// The only test of a failing read: taken for the end of input, it would save an empty key.
 TEST(KeyInputTest, AnUnreadableInputSaysWhy) {
     const int closed = ::open("/dev/null", O_WRONLY);
     ASSERT_GE(closed, 0);
