@@ -87,11 +87,11 @@ def main():
           f"{taken} test lines can go")
     if args.witnesses:
         # Whatever the loop left kills something no other test left kills.
-        for test in sorted((t for t in candidates if any(killers[key] == {t} for key in kills[t])),
-                           key=lambda t: (sizes[t][1], t)):
+        for test in sorted(candidates, key=lambda t: (sizes[t][1], t)):
             alone = sorted(key for key in kills[test] if killers[key] == {test})
-            more = f" (and {len(alone) - 1} more)" if len(alone) > 1 else ""
-            print(f"{sizes[test][0]:4d} {test}: {alone[0]}{more}")
+            if alone:
+                more = f" (and {len(alone) - 1} more)" if len(alone) > 1 else ""
+                print(f"{sizes[test][0]:4d} {test}: {alone[0]}{more}")
 
 
 if __name__ == "__main__":
